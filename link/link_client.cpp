@@ -1,0 +1,181 @@
+#include "link/link_client.h"
+
+#include "link/bytes.h"
+#include "link/wire.h"
+#include "model/control_store.h"
+#include "platform/thread.h"
+
+#include <climits>
+#include <cstring>
+
+namespace {
+
+LinkClient g_link;
+
+struct WorkerStart {
+    plat::WindowRef window;
+    plat::SocketHandle socket;
+};
+
+void WorkerMain(void* argument) {
+    WorkerStart start = *static_cast<WorkerStart*>(argument);
+    delete static_cast<WorkerStart*>(argument);
+    // The worker reads the socket it was started for, never whatever the link holds later.
+    ReceiveSource source = SocketReceiveSource(start.socket);
+    RunReceiveWorker(source, start.window);
+    --g_link.workerRunning;
+}
+
+}  // namespace
+
+LinkClient& Link() { return g_link; }
+
+void BuildFrameHead(std::uint8_t head[20], std::uint16_t type, std::uint16_t flags) {
+    std::memcpy(head, wire::kMarker, 8);
+    bytes::Put32(head + 8, wire::kHeaderWord0);
+    bytes::Put32(head + 12, wire::kHeaderWord1);
+    bytes::Put16(head + 16, type);
+    bytes::Put16(head + 18, flags);
+}
+
+std::int32_t LinkInit() {
+    if (g_link.initialised) return kLinkOk;
+    plat::LockInit(g_link.lock);
+    plat::LockHold hold(g_link.lock);
+    g_link.panelId = u"Tremolanth";
+    g_link.panelIdPresent = true;
+    g_link.serverText.clear();
+    g_link.serverTextPresent = false;
+    g_link.initialised = 1;
+    return kLinkOk;
+}
+
+std::int32_t LinkShutdown() {
+    if (!g_link.initialised) return kLinkOk;
+    if (g_link.socket != plat::kInvalidSocket) LinkClose();
+    {
+        plat::LockHold hold(g_link.lock);
+        g_link.panelId.clear();
+        g_link.panelIdPresent = false;
+        g_link.serverText.clear();
+        g_link.serverTextPresent = false;
+    }
+    g_link.initialised = 0;
+    // A worker that is still ending may take the lock once more; give it a moment before the
+    // lock goes away (its socket is already closed, so it ends promptly).
+    for (int i = 0; i < 200 && g_link.workerRunning; ++i) plat::SleepMilliseconds(5);
+    if (!g_link.workerRunning) plat::LockDelete(g_link.lock);
+    return kLinkOk;
+}
+
+std::int32_t LinkStart(plat::SocketHandle socket, plat::WindowRef window, unsigned message) {
+    if (!g_link.initialised) return kLinkNotInitialised;
+    if (g_link.socket != plat::kInvalidSocket) return kLinkAlreadyOpen;
+    g_link.socket = socket;
+    LinkStartReceiver(window, message);
+    return LinkRequestPanel();
+}
+
+std::int32_t LinkStartReceiver(plat::WindowRef window, unsigned message) {
+    plat::SocketHandle socket = g_link.socket;
+    if (socket == plat::kInvalidSocket) return kLinkNoSocket;
+    g_link.resultMessage = message;
+    ++g_link.workerRunning;
+    if (plat::StartDetachedThread(WorkerMain, new WorkerStart{window, socket}) != 0) {
+        --g_link.workerRunning;
+        return kLinkNoSocket;
+    }
+    return kLinkOk;
+}
+
+std::int32_t LinkSendTo(plat::SocketHandle socket, const void* buffer, std::size_t count) {
+    if (socket == plat::kInvalidSocket) return kLinkNoSocket;
+    int length = count > INT_MAX ? INT_MAX : static_cast<int>(count);
+    if (plat::SocketSend(socket, buffer, length) == plat::kSocketError) return kLinkSendFailed;
+    return kLinkOk;
+}
+
+std::int32_t LinkSend(const void* buffer, std::size_t count) {
+    return LinkSendTo(g_link.socket, buffer, count);
+}
+
+std::int32_t LinkSendControlFrame(std::uint16_t type) {
+    std::uint8_t head[20];
+    BuildFrameHead(head, type, wire::kFlagsOutbound);
+    plat::LockHold hold(g_link.lock);
+    return LinkSend(head, sizeof head);
+}
+
+std::int32_t LinkRequestPanel() { return LinkSendControlFrame(wire::kOutPanelRequest); }
+
+std::int32_t LinkRestart() {
+    g_link.pingPending = 0;
+    return LinkRequestPanel();
+}
+
+std::int32_t LinkDisconnect(std::uint8_t notifyDevice) {
+    if (g_link.socket == plat::kInvalidSocket) return kLinkNoSocket;
+    if (!notifyDevice) return LinkClose();
+    std::int32_t rc = LinkSendControlFrame(wire::kOutGoodbye);
+    // A failed goodbye leaves the link as it is: the caller closes the socket itself.
+    if (rc != kLinkOk) return rc;
+    return LinkClose();
+}
+
+std::int32_t LinkClose() {
+    g_link.socket = plat::kInvalidSocket;
+    TearDownControls();
+    g_link.pingPending = 0;
+    g_link.sessionFlagA = 0;
+    g_link.sessionFlagB = 0;
+    return kLinkOk;
+}
+
+std::int32_t LinkSendPing() {
+    if (g_link.pingPending) {
+        g_link.pingPending = 0;
+        return kLinkPingUnanswered;
+    }
+    g_link.pingPending = 1;
+    return LinkSendControlFrame(wire::kOutPing);
+}
+
+std::int32_t LinkSendDefaultLayout(std::uint32_t value) {
+    std::uint8_t head[20], payload[4];
+    BuildFrameHead(head, wire::kOutDefaultLayout, wire::kFlagsOutbound);
+    bytes::Put32(payload, value);
+    plat::LockHold hold(g_link.lock);
+    std::int32_t rc = LinkSend(head, sizeof head);
+    if (rc == kLinkOk) rc = LinkSend(payload, sizeof payload);
+    return rc;
+}
+
+std::int32_t LinkReceive(ReceiveSource& source, void* buffer, std::size_t count) {
+    if (count == 0) return kLinkOk;
+    auto* out = static_cast<std::uint8_t*>(buffer);
+    std::size_t done = 0;
+    for (;;) {
+        std::size_t missing = count - done;
+        int ask = missing > INT_MAX ? INT_MAX : static_cast<int>(missing);
+        int got = source.receive(source.context, out + done, ask);
+        if (got == plat::kSocketError || got < 0) return kLinkClosed;
+        done += static_cast<std::size_t>(got);
+        if (done >= count) return kLinkOk;
+        // An empty read (the peer shut down) is not the end: only closing the socket is.
+        source.pause(source.context);
+    }
+}
+
+std::u16string LinkPanelId() {
+    if (!g_link.initialised) return {};
+    plat::LockHold hold(g_link.lock);
+    return g_link.panelId;
+}
+
+std::u16string LinkServerText() {
+    if (!g_link.initialised) return {};
+    plat::LockHold hold(g_link.lock);
+    return g_link.serverText;
+}
+
+bool LinkIsOpen() { return g_link.socket != plat::kInvalidSocket; }

@@ -1,0 +1,84 @@
+// The one link to the remote device: its socket, the program lock, the device's identity
+// texts, session flags, worker state and last result.
+//
+// Status codes: 0 success; -1 a link is already open; -2 no link; -3 the socket failed on
+// send; -6 LinkInit was never called; -8 ping not answered; 6 the link closed during a read.
+#pragma once
+
+#include "link/receive_source.h"
+#include "platform/lock.h"
+#include "platform/socket.h"
+#include "platform/types.h"
+
+#include <atomic>
+#include <cstddef>
+#include <cstdint>
+#include <string>
+
+inline constexpr std::int32_t kLinkOk = 0;
+inline constexpr std::int32_t kLinkAlreadyOpen = -1;
+inline constexpr std::int32_t kLinkNoSocket = -2;
+inline constexpr std::int32_t kLinkSendFailed = -3;
+inline constexpr std::int32_t kLinkNotInitialised = -6;
+inline constexpr std::int32_t kLinkPingUnanswered = -8;
+inline constexpr std::int32_t kLinkClosed = 6;
+
+inline constexpr unsigned kResultMessage = 0x8000;  // the panel screen's link-result message
+
+// The source file named by the link's and store's fault boxes.
+inline constexpr const char* kLinkSourceFile = "tmqbthppcvcomclt";
+
+struct LinkClient {
+    std::atomic<plat::SocketHandle> socket{plat::kInvalidSocket};
+    plat::Lock lock;
+    std::atomic<std::uint8_t> initialised{0};
+    // Identity texts (guarded by lock, the worker replaces them); "present" tells them from a
+    // text that is null, as after a failed identity read.
+    std::u16string panelId;
+    bool panelIdPresent = false;
+    std::u16string serverText;
+    bool serverTextPresent = false;
+    // Workers between their start and their end (one, but for a stale one still ending).
+    std::atomic<int> workerRunning{0};
+    std::atomic<unsigned> resultMessage{0};
+    std::atomic<std::int32_t> lastResult{0};
+    std::atomic<std::uint8_t> pingPending{0};
+    std::atomic<std::uint8_t> sessionFlagA{0};  // pings allowed
+    std::atomic<std::uint8_t> sessionFlagB{0};
+    std::atomic<std::uint8_t> sessionFlagC{0};  // screens stay open after a disconnect
+    std::atomic<std::uint8_t> acknowledgeValues{0};  // value messages ask for an acknowledgement
+};
+
+LinkClient& Link();
+
+std::int32_t LinkInit();
+std::int32_t LinkShutdown();
+std::int32_t LinkStart(plat::SocketHandle socket, plat::WindowRef window, unsigned message);
+std::int32_t LinkStartReceiver(plat::WindowRef window, unsigned message);
+std::int32_t LinkRequestPanel();
+std::int32_t LinkRestart();
+std::int32_t LinkDisconnect(std::uint8_t notifyDevice);
+std::int32_t LinkClose();
+std::int32_t LinkSendPing();
+std::int32_t LinkSendDefaultLayout(std::uint32_t value);
+
+// The send primitive: one send call with the whole buffer. Callers hold the lock.
+std::int32_t LinkSend(const void* buffer, std::size_t count);
+// The same, to one particular socket: a worker's replies never reach a later link.
+std::int32_t LinkSendTo(plat::SocketHandle socket, const void* buffer, std::size_t count);
+
+// The receive primitive: exactly count bytes, or 6 when the source ended.
+std::int32_t LinkReceive(ReceiveSource& source, void* buffer, std::size_t count);
+
+// Copies of the identity texts (empty when absent).
+std::u16string LinkPanelId();
+std::u16string LinkServerText();
+bool LinkIsOpen();
+
+// Builds the 20-byte head of an outbound frame.
+void BuildFrameHead(std::uint8_t head[20], std::uint16_t type, std::uint16_t flags);
+// Sends a head-only frame of the given type under the lock.
+std::int32_t LinkSendControlFrame(std::uint16_t type);
+
+// The body of a receive worker; started by LinkStartReceiver with its own source.
+void RunReceiveWorker(ReceiveSource& source, plat::WindowRef window);

@@ -1,0 +1,36 @@
+#include "model/control_record.h"
+
+void TextBuffer::Resize(std::size_t bytes) {
+    units_.resize((bytes + 1) / 2 + 1, u'\0');
+    bytes_ = bytes;
+    // Bytes past the new size inside the last unit, and the guard, are zero.
+    if (bytes % 2 == 1) Data()[bytes] = 0;
+    units_.back() = u'\0';
+}
+
+std::size_t TextBuffer::Length() const {
+    std::size_t n = 0;
+    const char16_t* p = Units();
+    while (p[n] != u'\0') ++n;
+    return n;
+}
+
+const char16_t* ControlTypeName(std::uint16_t type) {
+    switch (type) {
+    case kTypeText: return u"Text";
+    case kTypeButton: return u"Button";
+    case kTypeCheckBox: return u"Check Box";
+    case kTypeSection: return u"Section";
+    case kTypeDateTime: return u"Date Time";
+    case kTypeNumber: return u"Number";
+    case kTypeChart: return u"Line Chart";
+    case kTypePassword: return u"Password";
+    case kTypeList: return u"Looping List";
+    case kTypeMessage: return u"Message";
+    case kTypeBlob: return u"Blob";
+    case kTypeFiles: return u"Files";
+    case kTypeUnknown: return u"Unknown";
+    case kTypeImage: return u"Image";
+    default: return u"";
+    }
+}

@@ -1,0 +1,30 @@
+#include "model/device_settings.h"
+
+#include "link/link_client.h"
+#include "platform/settings_store.h"
+
+#include <cstdio>
+
+std::u16string DeviceSettingName(std::uint32_t owner, std::uint32_t kind) {
+    char name[17];
+    std::snprintf(name, sizeof name, "%08X%08X", static_cast<unsigned>(owner),
+                  static_cast<unsigned>(kind));
+    return std::u16string(name, name + 16);
+}
+
+std::int32_t ReadDeviceSetting(std::uint32_t owner, std::uint32_t kind, std::int32_t fallback) {
+    std::uint32_t value;
+    if (plat::SettingsRead(LinkPanelId(), DeviceSettingName(owner, kind), &value) != 0) {
+        return fallback;
+    }
+    return static_cast<std::int32_t>(value);
+}
+
+std::int32_t HasDeviceSetting(std::uint32_t owner, std::uint32_t kind) {
+    std::uint32_t value;
+    return plat::SettingsRead(LinkPanelId(), DeviceSettingName(owner, kind), &value) == 0 ? 1 : 0;
+}
+
+std::int32_t WriteDeviceSetting(std::uint32_t owner, std::uint32_t kind, std::uint32_t value) {
+    return plat::SettingsWrite(LinkPanelId(), DeviceSettingName(owner, kind), value);
+}

@@ -1,0 +1,28 @@
+// A recursive lock, like a Win32 critical section: the thread that holds it may enter again.
+// The control store's operations call each other while holding it.
+#pragma once
+
+namespace plat {
+
+struct Lock {
+    void* impl = nullptr;  // owned by the implementation between LockInit and LockDelete
+};
+
+void LockInit(Lock& lock);
+void LockEnter(Lock& lock);
+void LockLeave(Lock& lock);
+void LockDelete(Lock& lock);
+
+// Holds a lock for one scope.
+class LockHold {
+public:
+    explicit LockHold(Lock& lock) : lock_(lock) { LockEnter(lock_); }
+    ~LockHold() { LockLeave(lock_); }
+    LockHold(const LockHold&) = delete;
+    LockHold& operator=(const LockHold&) = delete;
+
+private:
+    Lock& lock_;
+};
+
+}  // namespace plat

@@ -1,0 +1,7 @@
+#include "platform/post.h"
+
+namespace plat {
+
+void NativePostToWindow(WindowRef, unsigned) {}
+
+}  // namespace plat

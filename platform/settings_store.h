@@ -1,0 +1,18 @@
+// Persistent 32-bit values kept per panel name: the registry on Windows, one file per panel
+// name elsewhere. Names of values are given by the caller.
+#pragma once
+
+#include <cstdint>
+#include <string_view>
+
+namespace plat {
+
+// 0 and the value when it exists and fits 4 bytes; otherwise a non-zero error and *value is
+// left alone. The stored type is not checked: a shorter value of another type reads as its
+// bytes, zero-extended.
+int SettingsRead(std::u16string_view panel, std::u16string_view valueName, std::uint32_t* value);
+
+// Creates the panel's key or file when missing and stores the value; 0 or an error code.
+int SettingsWrite(std::u16string_view panel, std::u16string_view valueName, std::uint32_t value);
+
+}  // namespace plat

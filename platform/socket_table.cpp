@@ -1,0 +1,84 @@
+#include "platform/socket_table.h"
+
+#include <mutex>
+#include <unordered_map>
+
+namespace plat::socket_table {
+
+namespace {
+
+struct Entry {
+    std::intptr_t native;
+    int users;
+    bool closed;
+};
+
+std::mutex g_mutex;
+std::unordered_map<SocketHandle, Entry> g_entries;
+SocketHandle g_next = 0x1000;
+NativeOps g_ops{};
+
+}  // namespace
+
+void SetNativeOps(const NativeOps& ops) {
+    std::lock_guard<std::mutex> hold(g_mutex);
+    g_ops = ops;
+}
+
+SocketHandle Add(std::intptr_t native) {
+    std::lock_guard<std::mutex> hold(g_mutex);
+    SocketHandle handle = g_next++;
+    g_entries.emplace(handle, Entry{native, 0, false});
+    return handle;
+}
+
+bool Acquire(SocketHandle handle, std::intptr_t* native) {
+    std::lock_guard<std::mutex> hold(g_mutex);
+    auto it = g_entries.find(handle);
+    if (it == g_entries.end() || it->second.closed) return false;
+    ++it->second.users;
+    *native = it->second.native;
+    return true;
+}
+
+void Release(SocketHandle handle) {
+    std::intptr_t toRelease = -1;
+    {
+        std::lock_guard<std::mutex> hold(g_mutex);
+        auto it = g_entries.find(handle);
+        if (it == g_entries.end()) return;
+        if (--it->second.users == 0 && it->second.closed) {
+            toRelease = it->second.native;
+            g_entries.erase(it);
+        }
+    }
+    if (toRelease != -1 && g_ops.release) g_ops.release(toRelease);
+}
+
+bool IsClosed(SocketHandle handle) {
+    std::lock_guard<std::mutex> hold(g_mutex);
+    auto it = g_entries.find(handle);
+    return it == g_entries.end() || it->second.closed;
+}
+
+void Close(SocketHandle handle) {
+    std::intptr_t native = -1;
+    {
+        std::lock_guard<std::mutex> hold(g_mutex);
+        auto it = g_entries.find(handle);
+        if (it == g_entries.end() || it->second.closed) return;
+        if (it->second.users > 0) {
+            // Wake the running call while the native socket is surely still ours; the call
+            // releases it when it returns (see Release).
+            it->second.closed = true;
+            if (g_ops.shutdownBoth) g_ops.shutdownBoth(it->second.native);
+            return;
+        }
+        native = it->second.native;
+        g_entries.erase(it);
+    }
+    if (g_ops.shutdownBoth) g_ops.shutdownBoth(native);
+    if (g_ops.release) g_ops.release(native);
+}
+
+}  // namespace plat::socket_table

@@ -1,0 +1,59 @@
+// Settings in the registry under Software\Tremolanth\<panel name>. Windows CE keeps them in
+// HKEY_LOCAL_MACHINE; desktop Windows in HKEY_CURRENT_USER, since ordinary users cannot write
+// HKEY_LOCAL_MACHINE there. Subkey and value names are the same on both.
+#include "platform/settings_store.h"
+
+#include <windows.h>
+
+#include <string>
+
+namespace plat {
+
+namespace {
+
+#ifdef _WIN32_WCE
+const HKEY kRoot = HKEY_LOCAL_MACHINE;
+#else
+const HKEY kRoot = HKEY_CURRENT_USER;
+#endif
+
+std::wstring KeyPath(std::u16string_view panel) {
+    std::wstring path = L"Software\\Tremolanth\\";
+    path.append(reinterpret_cast<const wchar_t*>(panel.data()), panel.size());
+    return path;
+}
+
+std::wstring Name(std::u16string_view name) {
+    return std::wstring(reinterpret_cast<const wchar_t*>(name.data()), name.size());
+}
+
+}  // namespace
+
+int SettingsRead(std::u16string_view panel, std::u16string_view valueName, std::uint32_t* value) {
+    HKEY key;
+    LONG rc = RegOpenKeyExW(kRoot, KeyPath(panel).c_str(), 0, KEY_QUERY_VALUE, &key);
+    if (rc != ERROR_SUCCESS) return static_cast<int>(rc);
+    DWORD data = 0, size = sizeof data;
+    rc = RegQueryValueExW(key, Name(valueName).c_str(), nullptr, nullptr,
+                          reinterpret_cast<BYTE*>(&data), &size);
+    LONG closed = RegCloseKey(key);
+    if (rc != ERROR_SUCCESS) return static_cast<int>(rc);
+    if (closed != ERROR_SUCCESS) return static_cast<int>(closed);
+    *value = data;
+    return 0;
+}
+
+int SettingsWrite(std::u16string_view panel, std::u16string_view valueName, std::uint32_t value) {
+    HKEY key;
+    DWORD disposition;
+    LONG rc = RegCreateKeyExW(kRoot, KeyPath(panel).c_str(), 0, nullptr, 0, KEY_SET_VALUE,
+                              nullptr, &key, &disposition);
+    if (rc != ERROR_SUCCESS) return static_cast<int>(rc);
+    DWORD data = value;
+    rc = RegSetValueExW(key, Name(valueName).c_str(), 0, REG_DWORD,
+                        reinterpret_cast<const BYTE*>(&data), sizeof data);
+    RegCloseKey(key);
+    return static_cast<int>(rc);
+}
+
+}  // namespace plat

@@ -1,0 +1,202 @@
+#include "link/link_client.h"
+#include "link/wire.h"
+#include "model/control_store.h"
+#include "platform/thread.h"
+#include "tests/support/link_fixture.h"
+
+#include <gtest/gtest.h>
+
+#include <vector>
+
+using namespace testing_support;
+
+namespace {
+
+class LinkClientTest : public LinkTest {};
+
+// A source that serves scripted reads and counts the pauses between them.
+struct Script {
+    std::vector<Bytes> reads;  // an empty entry is a read of 0 bytes
+    std::size_t next = 0;
+    int pauses = 0;
+    int calls = 0;
+};
+
+ReceiveSource ScriptSource(Script* script) {
+    ReceiveSource s;
+    s.context = script;
+    s.receive = [](void* c, void* data, int length) -> int {
+        auto* sc = static_cast<Script*>(c);
+        ++sc->calls;
+        if (sc->next >= sc->reads.size()) return plat::kSocketError;
+        Bytes& chunk = sc->reads[sc->next];
+        int n = std::min<int>(length, static_cast<int>(chunk.size()));
+        std::copy(chunk.begin(), chunk.begin() + n, static_cast<std::uint8_t*>(data));
+        chunk.erase(chunk.begin(), chunk.begin() + n);
+        if (chunk.empty()) ++sc->next;
+        return n;
+    };
+    s.pause = [](void* c) { ++static_cast<Script*>(c)->pauses; };
+    return s;
+}
+
+}  // namespace
+
+TEST_F(LinkClientTest, StatusCodesWithoutALink) {
+    std::uint8_t byte = 0;
+    EXPECT_EQ(kLinkNoSocket, LinkSend(&byte, 1));
+    EXPECT_EQ(kLinkNoSocket, LinkStartReceiver(kWindow, kResultMessage));
+    EXPECT_EQ(kLinkNoSocket, LinkDisconnect(1));
+    EXPECT_EQ(kLinkNoSocket, LinkRequestPanel());
+    EXPECT_EQ(kLinkNoSocket, LinkSendDefaultLayout(0x300));
+    EXPECT_TRUE(DrainPeer(pair.device).empty()) << "nothing may be sent without a link";
+}
+
+TEST_F(LinkClientTest, StartBeforeInitIsRefused) {
+    LinkShutdown();
+    EXPECT_EQ(kLinkNotInitialised, LinkStart(pair.client, kWindow, kResultMessage));
+    EXPECT_FALSE(LinkIsOpen());
+    LinkInit();
+}
+
+TEST_F(LinkClientTest, StartSendsThePanelRequestAndASecondStartChangesNothing) {
+    StartLink();
+    SocketPairFixture other;
+    EXPECT_EQ(kLinkAlreadyOpen, LinkStart(other.client, kWindow, kResultMessage));
+    EXPECT_EQ(pair.client, Link().socket.load());
+    EXPECT_TRUE(DrainPeer(other.device).empty());
+}
+
+TEST_F(LinkClientTest, ControlFramesByteForByte) {
+    StartLink();
+    EXPECT_EQ(0, LinkSendDefaultLayout(0x300));
+    EXPECT_EQ(FrameHead(18, 2) + U32(0x300), ReadPeer(pair.device, 24));
+    EXPECT_EQ(0, LinkRestart());
+    EXPECT_EQ(FrameHead(1, 2), ReadPeer(pair.device, 20));
+    EXPECT_EQ(0, LinkDisconnect(1));
+    EXPECT_EQ(FrameHead(4, 2), ReadPeer(pair.device, 20));
+    EXPECT_FALSE(LinkIsOpen());
+}
+
+TEST_F(LinkClientTest, PingPendingTwiceReportsTheMissingReply) {
+    StartLink();
+    EXPECT_EQ(0, LinkSendPing());
+    EXPECT_EQ(1, Link().pingPending.load());
+    EXPECT_EQ(kLinkPingUnanswered, LinkSendPing());
+    EXPECT_EQ(0, Link().pingPending.load());
+    EXPECT_EQ(0, LinkSendPing()) << "the third call sends again";
+    EXPECT_EQ(FrameHead(10, 2) + FrameHead(10, 2), ReadPeer(pair.device, 40));
+    EXPECT_TRUE(DrainPeer(pair.device).empty());
+}
+
+TEST_F(LinkClientTest, AFailedGoodbyeKeepsTheLink) {
+    StartLink();
+    plat::SocketClose(pair.client);  // every send now fails
+    EXPECT_EQ(kLinkSendFailed, LinkDisconnect(1));
+    EXPECT_TRUE(LinkIsOpen());
+    EXPECT_EQ(kLinkSendFailed, LinkSendPing());
+    EXPECT_EQ(0, LinkDisconnect(0)) << "without the goodbye the link closes at once";
+    EXPECT_FALSE(LinkIsOpen());
+    pair.client = plat::kInvalidSocket;
+}
+
+TEST_F(LinkClientTest, CloseClearsPingAndTwoOfTheSessionFlags) {
+    StartLink();
+    Link().pingPending = 1;
+    Link().sessionFlagA = Link().sessionFlagB = Link().sessionFlagC = 1;
+    EXPECT_EQ(0, LinkClose());
+    EXPECT_EQ(0, Link().pingPending.load());
+    EXPECT_EQ(0, Link().sessionFlagA.load());
+    EXPECT_EQ(0, Link().sessionFlagB.load());
+    EXPECT_EQ(1, Link().sessionFlagC.load()) << "stay-open survives the close";
+}
+
+TEST_F(LinkClientTest, ShutdownWithAnOpenLinkClosesItFirst) {
+    StartLink();
+    Controls();  // store exists
+    LinkShutdown();
+    EXPECT_FALSE(LinkIsOpen());
+    EXPECT_EQ(u"", LinkPanelId());
+    LinkInit();
+    EXPECT_EQ(u"Tremolanth", LinkPanelId());
+}
+
+TEST(LinkReceive, ZeroBytesDoesNotTouchTheSource) {
+    Script script;
+    ReceiveSource source = ScriptSource(&script);
+    std::uint8_t buffer[1];
+    EXPECT_EQ(0, LinkReceive(source, buffer, 0));
+    EXPECT_EQ(0, script.calls);
+}
+
+TEST(LinkReceive, PiecesAreJoinedWithAPauseAfterEachShortRead) {
+    struct Case {
+        std::vector<Bytes> reads;
+        int pauses;
+    } cases[] = {
+        {{U8({1, 2, 3, 4, 5, 6})}, 0},
+        {{U8({1}), U8({2, 3}), U8({4, 5, 6})}, 2},
+        {{U8({1, 2}), {}, {}, U8({3, 4, 5, 6})}, 3},  // empty reads are not the end
+        {{U8({1}), U8({2}), U8({3}), U8({4}), U8({5}), U8({6})}, 5},
+    };
+    for (auto& c : cases) {
+        Script script{c.reads};
+        ReceiveSource source = ScriptSource(&script);
+        std::uint8_t buffer[6] = {};
+        EXPECT_EQ(0, LinkReceive(source, buffer, 6));
+        EXPECT_EQ(U8({1, 2, 3, 4, 5, 6}), Bytes(buffer, buffer + 6));
+        EXPECT_EQ(c.pauses, script.pauses);
+    }
+}
+
+TEST(LinkReceive, TheEndOfTheSourceIsALinkClosedEvenMidway) {
+    Script script{{U8({1, 2})}};
+    ReceiveSource source = ScriptSource(&script);
+    std::uint8_t buffer[4];
+    EXPECT_EQ(kLinkClosed, LinkReceive(source, buffer, 4));
+}
+
+TEST_F(LinkClientTest, AFrameDribbledByteByByteOverASocketIsRead) {
+    StartLink();
+    Bytes ping = FrameHead(8, 0);
+    struct Dribble {
+        plat::SocketHandle socket;
+        Bytes bytes;
+    } dribble{pair.device, Bytes{0x00, 0x48, 0xEF} + ping};
+    ASSERT_EQ(0, plat::StartDetachedThread(
+                     [](void* p) {
+                         auto* d = static_cast<Dribble*>(p);
+                         for (std::uint8_t b : d->bytes) {
+                             plat::SocketSend(d->socket, &b, 1);
+                             plat::SleepMilliseconds(1);
+                         }
+                     },
+                     &dribble));
+    unsigned message = 0;
+    ASSERT_TRUE(posts.Next(&message));
+    EXPECT_EQ(4, Link().lastResult.load());
+    EXPECT_EQ(FrameHead(12, 2), ReadPeer(pair.device, 20)) << "the ping is answered";
+}
+
+TEST_F(LinkClientTest, AWorkerOfAnEarlierLinkNeverReadsALaterOne) {
+    for (int round = 0; round < 20; ++round) {
+        SocketPairFixture first;
+        ASSERT_EQ(0, LinkStart(first.client, kWindow, kResultMessage));
+        ReadPeer(first.device, 20);
+        // Tear the first link down as the panel screen does, and reconnect at once.
+        LinkDisconnect(0);
+        first.CloseClient();
+        SocketPairFixture second;
+        ASSERT_EQ(0, LinkStart(second.client, kWindow, kResultMessage));
+        ASSERT_EQ(FrameHead(1, 2), ReadPeer(second.device, 20));
+        ASSERT_TRUE(SendPeer(second.device, FrameHead(8, 0)));
+        unsigned message;
+        ASSERT_TRUE(posts.Next(&message)) << "round " << round;
+        EXPECT_EQ(4, Link().lastResult.load());
+        EXPECT_EQ(FrameHead(12, 2), ReadPeer(second.device, 20));
+        EXPECT_EQ(0u, posts.Pending()) << "the first link's worker posted nothing";
+        LinkDisconnect(0);
+        second.CloseClient();
+        ASSERT_TRUE(WaitUntil([] { return !Link().workerRunning; }));
+    }
+}
