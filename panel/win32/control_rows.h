@@ -1,0 +1,15 @@
+// The rows of the panel screen's list view (control 1002): one row per visible control.
+// Each operation takes the store's lock for its work and releases it before returning.
+#pragma once
+
+#include <windows.h>
+
+#include <cstdint>
+
+inline constexpr int kPanelListId = 1002;
+
+void FillControlRows(HWND dialog);
+void RefreshChangedRows(HWND dialog);
+void RefreshLayoutChanges(HWND dialog);
+void ShowMessageControl(std::uint32_t controlId);
+void ToggleCheckRow(HWND dialog, std::uint32_t controlId, int row);
