@@ -1,0 +1,25 @@
+#include "link/payload_reader.h"
+
+#include "link/bytes.h"
+#include "link/link_client.h"
+
+#include <algorithm>
+
+std::int32_t ReceiveWord(ReceiveSource& source, std::uint32_t* word) {
+    std::uint8_t b[4];
+    if (std::int32_t rc = LinkReceive(source, b, 4)) return rc;
+    *word = bytes::Get32(b);
+    return 0;
+}
+
+std::int32_t ReceiveBytes(ReceiveSource& source, std::size_t n, std::vector<std::uint8_t>* out) {
+    constexpr std::size_t kStep = 64 * 1024;
+    out->clear();
+    while (out->size() < n) {
+        std::size_t done = out->size();
+        std::size_t chunk = std::min(kStep, n - done);
+        out->resize(done + chunk);
+        if (std::int32_t rc = LinkReceive(source, out->data() + done, chunk)) return rc;
+    }
+    return 0;
+}
