@@ -1,0 +1,89 @@
+#include "device/probe/probe_options.h"
+
+#include <charconv>
+#include <cstring>
+
+namespace probe {
+
+const char kProbeUsage[] =
+    "usage: panel-probe HOST:PORT [--set KEY=VALUE]... [--watch] [--timeout SECONDS]\n"
+    "Connects as the client does and prints, one JSON object a line, every link result and,\n"
+    "after each panel and update, every control with the fields the client decoded.\n"
+    "  --set KEY=VALUE   after the panel arrives, store VALUE into control KEY (decimal or 0x\n"
+    "                    hex) as the client's editors do, and send it. VALUE by type: text as\n"
+    "                    is; button, check box, section, message: on/off or 0-255; number as\n"
+    "                    shown (21.5 with exponent -1); date-time YYYY-MM-DD HH:MM[:SS]; list\n"
+    "                    index; password (empty logs out); blob text or hex:BYTES; files and\n"
+    "                    image: anything (a press)\n"
+    "  --watch           keep following updates until the link ends or the time limit\n"
+    "  --timeout S       the time limit in seconds (default 10; none with --watch)\n"
+    "Without --watch the probe stops after the panel, or after the first value update that\n"
+    "follows the values it set.\n";
+
+namespace {
+
+template <typename T>
+bool ParseInteger(std::string_view text, T* out) {
+    int base = 10;
+    if (text.size() > 2 && text[0] == '0' && (text[1] == 'x' || text[1] == 'X')) {
+        text.remove_prefix(2);
+        base = 16;
+    }
+    auto [p, ec] = std::from_chars(text.data(), text.data() + text.size(), *out, base);
+    return !text.empty() && ec == std::errc() && p == text.data() + text.size();
+}
+
+bool ParseTarget(const std::string& target, ProbeOptions* out) {
+    const std::size_t colon = target.rfind(':');
+    if (colon == std::string::npos || colon == 0) return false;
+    out->host = target.substr(0, colon);
+    return ParseInteger(std::string_view(target).substr(colon + 1), &out->port) && out->port != 0;
+}
+
+}  // namespace
+
+bool ParseProbeOptions(int argc, const char* const* argv, ProbeOptions* out, std::string* error) {
+    bool timeoutGiven = false;
+    for (int i = 1; i < argc; ++i) {
+        const std::string arg = argv[i];
+        const bool hasValue = i + 1 < argc;
+        if (arg == "--watch") {
+            out->watch = true;
+        } else if (arg == "--set" && hasValue) {
+            const std::string spec = argv[++i];
+            const std::size_t equals = spec.find('=');
+            ProbeSet set;
+            if (equals == std::string::npos ||
+                !ParseInteger(std::string_view(spec).substr(0, equals), &set.key)) {
+                *error = "--set wants KEY=VALUE, not " + spec;
+                return false;
+            }
+            set.value = spec.substr(equals + 1);
+            out->sets.push_back(set);
+        } else if (arg == "--timeout" && hasValue) {
+            const char* text = argv[++i];
+            auto [p, ec] = std::from_chars(text, text + std::strlen(text), out->timeoutSeconds);
+            if (ec != std::errc() || *p != '\0' || out->timeoutSeconds < 0) {
+                *error = std::string("bad --timeout: ") + text;
+                return false;
+            }
+            timeoutGiven = true;
+        } else if (arg.rfind("--", 0) != 0 && out->host.empty()) {
+            if (!ParseTarget(arg, out)) {
+                *error = "the device is HOST:PORT, not " + arg;
+                return false;
+            }
+        } else {
+            *error = "unknown or incomplete option " + arg;
+            return false;
+        }
+    }
+    if (out->host.empty()) {
+        *error = "no device given";
+        return false;
+    }
+    if (out->watch && !timeoutGiven) out->timeoutSeconds = 0;
+    return true;
+}
+
+}  // namespace probe

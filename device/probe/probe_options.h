@@ -1,0 +1,28 @@
+// The command line of panel-probe.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+namespace probe {
+
+struct ProbeSet {
+    std::uint32_t key = 0;
+    std::string value;  // UTF-8, read by the control's type (probe_set.h)
+};
+
+struct ProbeOptions {
+    std::string host;
+    std::uint16_t port = 0;
+    std::vector<ProbeSet> sets;
+    bool watch = false;
+    double timeoutSeconds = 10;  // 0: no limit (the default with --watch)
+};
+
+extern const char kProbeUsage[];
+
+// False with *error set on a command line that cannot be run.
+bool ParseProbeOptions(int argc, const char* const* argv, ProbeOptions* out, std::string* error);
+
+}  // namespace probe
