@@ -26,5 +26,25 @@ test:
 demo:
 	@tools/demo
 
+# Runs every fuzz target for FUZZ_SECONDS each (libFuzzer, clang), from the seed corpus.
+FUZZ_SECONDS ?= 60
+fuzz:
+	@tools/install-deps fuzz
+	CC=clang CXX=clang++ cmake -S . -B build/fuzz -DCMAKE_BUILD_TYPE=RelWithDebInfo -DTREMOLANTH_FUZZ=ON
+	cmake --build build/fuzz -j$(JOBS) --target fuzz_worker fuzz_record fuzz_updates fuzz_files fuzz_identity
+	@tools/run-fuzz build/fuzz $(FUZZ_SECONDS)
+
+# The tests under ThreadSanitizer (the worker and the screen's thread on one store).
+tsan: deps
+	cmake -S . -B build/tsan -DCMAKE_BUILD_TYPE=RelWithDebInfo -DTREMOLANTH_TSAN=ON
+	cmake --build build/tsan -j$(JOBS)
+	cd build/tsan && TSAN_OPTIONS="halt_on_error=1 second_deadlock_stack=1" ctest --output-on-failure
+
+# Speed and memory figures (Google Benchmark), optimised build without sanitizers.
+bench: deps
+	cmake -S . -B build/bench -DCMAKE_BUILD_TYPE=Release -DTREMOLANTH_BENCH=ON
+	cmake --build build/bench -j$(JOBS) --target link_bench
+	build/bench/bench/link_bench
+
 clean:
 	rm -rf build

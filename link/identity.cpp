@@ -62,6 +62,7 @@ std::int32_t DecodeSettings(ReceiveSource& source) {
     std::uint8_t word[4];
     if (std::int32_t rc = LinkReceive(source, word, 4)) return rc;
     std::int32_t count = static_cast<std::int32_t>(bytes::Get32(word));
+    if (count > limits::kMaxSettingsRecords) return kDecodeMalformed;
     for (std::int32_t i = 0; i < count; ++i) {
         std::uint8_t record[12];
         if (std::int32_t rc = LinkReceive(source, record, 12)) return rc;

@@ -16,6 +16,7 @@ inline constexpr std::uint32_t kMaxChartTable = 16u << 20;         // a chart's 
 inline constexpr std::uint32_t kMaxIdentityText = 64u << 10;       // each identity text
 inline constexpr std::uint32_t kMaxItemBytes = 17u << 20;          // one value-update item
 inline constexpr std::uint32_t kMaxFileNameBytes = 2048;           // a received file's name
+inline constexpr std::int32_t kMaxSettingsRecords = 4096;          // records of one settings message
 inline constexpr std::uint32_t kImageCeiling = 0x1000000;          // image data at or above: none
 
 }  // namespace limits

@@ -43,8 +43,10 @@ bool Acquire(SocketHandle handle, std::intptr_t* native) {
 
 void Release(SocketHandle handle) {
     std::intptr_t toRelease = -1;
+    NativeOps ops;
     {
         std::lock_guard<std::mutex> hold(g_mutex);
+        ops = g_ops;
         auto it = g_entries.find(handle);
         if (it == g_entries.end()) return;
         if (--it->second.users == 0 && it->second.closed) {
@@ -52,7 +54,7 @@ void Release(SocketHandle handle) {
             g_entries.erase(it);
         }
     }
-    if (toRelease != -1 && g_ops.release) g_ops.release(toRelease);
+    if (toRelease != -1 && ops.release) ops.release(toRelease);
 }
 
 bool IsClosed(SocketHandle handle) {
@@ -63,22 +65,24 @@ bool IsClosed(SocketHandle handle) {
 
 void Close(SocketHandle handle) {
     std::intptr_t native = -1;
+    NativeOps ops;
     {
         std::lock_guard<std::mutex> hold(g_mutex);
+        ops = g_ops;
         auto it = g_entries.find(handle);
         if (it == g_entries.end() || it->second.closed) return;
         if (it->second.users > 0) {
             // Wake the running call while the native socket is surely still ours; the call
             // releases it when it returns (see Release).
             it->second.closed = true;
-            if (g_ops.shutdownBoth) g_ops.shutdownBoth(it->second.native);
+            if (ops.shutdownBoth) ops.shutdownBoth(it->second.native);
             return;
         }
         native = it->second.native;
         g_entries.erase(it);
     }
-    if (g_ops.shutdownBoth) g_ops.shutdownBoth(native);
-    if (g_ops.release) g_ops.release(native);
+    if (ops.shutdownBoth) ops.shutdownBoth(native);
+    if (ops.release) ops.release(native);
 }
 
 }  // namespace plat::socket_table

@@ -23,6 +23,7 @@ namespace plat {
 namespace {
 
 constexpr size_t kMaxFileBytes = 1 << 20;  // a settings file never legitimately grows past this
+constexpr size_t kMaxValues = 16384;       // values per panel; a device may not grow it forever
 
 std::mutex g_mutex;
 
@@ -121,7 +122,9 @@ int SaveFile(const std::string& file, const ValueMap& values) {
         }
         done += static_cast<size_t>(w);
     }
-    if (::fsync(fd) != 0 || ::close(fd) != 0) {
+    // Fuzzing writes thousands of settings; it may skip the flush to disk.
+    static const bool sync = std::getenv("TREMOLANTH_SETTINGS_NO_SYNC") == nullptr;
+    if ((sync && ::fsync(fd) != 0) || ::close(fd) != 0) {
         int error = errno;
         ::unlink(temporary.c_str());
         return error;
@@ -160,7 +163,9 @@ int SettingsWrite(std::u16string_view panel, std::u16string_view valueName, std:
     LoadFile(file, &values);  // a missing file starts empty
     std::string bytes;
     for (int i = 0; i < 4; ++i) bytes += static_cast<char>((value >> (8 * i)) & 0xFF);
-    values[Utf16ToUtf8(valueName)] = bytes;
+    std::string name = Utf16ToUtf8(valueName);
+    if (values.size() >= kMaxValues && values.find(name) == values.end()) return ENOSPC;
+    values[name] = bytes;
     return SaveFile(file, values);
 }
 
