@@ -1,0 +1,230 @@
+// The demo device serving a real client link of the core library over loopback TCP: the
+// panel received and decoded, values sent and echoed, a file pushed and written, pings both
+// ways, a Message announced, goodbye, and the next client served.
+#include "device/demo/demo_assets.h"
+#include "device/demo/demo_device.h"
+#include "device/server.h"
+#include "link/link_client.h"
+#include "link/value_encoder.h"
+#include "model/control_store.h"
+#include "model/device_settings.h"
+#include "platform/utf.h"
+#include "tests/support/recorders.h"
+#include "tests/support/temp_folder.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+#include <mutex>
+#include <sstream>
+#include <thread>
+
+using namespace testing_support;
+using namespace demo;
+
+namespace {
+
+plat::WindowRef const kWindow = reinterpret_cast<plat::WindowRef>(0x5151);
+
+class DemoLoopbackTest : public ::testing::Test {
+protected:
+    void SetUp() override {
+        DemoOptions options;
+        options.tickMilliseconds = 40;
+        options.devicePingTicks = 5;
+        options.pingSeconds = 7;
+        device = MakeDemoDevice(options);
+        device.now = [] { return dev::DateTime{1, 2, 3, 4, 5, 6, 2024}; };
+        device.log = [this](const std::string& line) {
+            std::lock_guard<std::mutex> hold(logMutex);
+            log.push_back(line);
+        };
+        listener = dev::ServerListen("127.0.0.1", 0, &port);
+        ASSERT_NE(plat::kInvalidSocket, listener);
+        server = std::thread([this] { dev::RunServer(listener, DemoHandlers(device), stop); });
+        LinkInit();
+        Connect();
+    }
+    void TearDown() override {
+        Disconnect(false);
+        LinkShutdown();
+        stop = true;
+        server.join();
+        plat::SocketClose(listener);
+    }
+    void Connect() {
+        socket = plat::SocketConnectTcp("127.0.0.1", port);
+        ASSERT_NE(plat::kInvalidSocket, socket);
+        ASSERT_EQ(0, LinkStart(socket, kWindow, kResultMessage));
+    }
+    void Disconnect(bool goodbye) {
+        if (LinkIsOpen() && (!goodbye || LinkDisconnect(1) != 0)) LinkDisconnect(0);
+        plat::SocketClose(socket);
+        WaitUntil([] { return !Link().workerRunning; });
+    }
+    // The next link result, the worker restarted after it as the panel screen does.
+    std::int32_t NextResult() {
+        unsigned message = 0;
+        if (!posts.Next(&message)) return -1000;
+        const std::int32_t result = Link().lastResult;
+        if (result != -1 && result != 3) {
+            WaitUntil([] { return !Link().workerRunning; });
+            EXPECT_EQ(0, LinkStartReceiver(kWindow, kResultMessage));
+        }
+        return result;
+    }
+    // Follows results until one satisfies the condition (checked under the store's lock).
+    bool FollowUntil(const std::function<bool(std::int32_t)>& done, int maxResults = 400) {
+        for (int i = 0; i < maxResults; ++i) {
+            const std::int32_t result = NextResult();
+            if (result == -1000) return false;
+            ControlsHold hold;
+            if (done(result)) return true;
+        }
+        return false;
+    }
+    bool LogHas(const std::string& text) {
+        return WaitUntil([&] {
+            std::lock_guard<std::mutex> hold(logMutex);
+            for (const std::string& line : log) {
+                if (line.find(text) != std::string::npos) return true;
+            }
+            return false;
+        });
+    }
+    static const ControlRecord& Control(std::uint32_t key) {
+        static const ControlRecord none;
+        const ControlRecord* r = FindControl(key);
+        return r ? *r : none;
+    }
+    void Send(std::uint32_t key, const void* data, std::size_t size) {
+        ASSERT_EQ(0, SetControlValue(key, data, size));
+        ASSERT_EQ(0, LinkSendPendingValues());
+    }
+    void ExpectPanelInOrder() {
+        EXPECT_EQ(1, NextResult());
+        EXPECT_EQ(11, NextResult());
+        EXPECT_EQ(2, NextResult());
+    }
+
+    TempFolder folder;
+    MessageBoxRecorder boxes;
+    PostRecorder posts;
+    DemoDevice device;
+    plat::SocketHandle listener = plat::kInvalidSocket;
+    plat::SocketHandle socket = plat::kInvalidSocket;
+    std::uint16_t port = 0;
+    std::atomic<bool> stop{false};
+    std::thread server;
+    std::mutex logMutex;
+    std::vector<std::string> log;
+};
+
+}  // namespace
+
+TEST_F(DemoLoopbackTest, IdentitySettingsAndPanelArriveAndDecode) {
+    ExpectPanelInOrder();
+    EXPECT_EQ(u"Tremolanth Demo", LinkPanelId());
+    EXPECT_EQ(1, Link().sessionFlagA.load()) << "pings allowed";
+    EXPECT_EQ(7, ReadDeviceSetting(0, kSettingPingSeconds, 3));
+    EXPECT_EQ(3, ReadDeviceSetting(kKeyReadings, kSettingLayoutStyle, 0));
+    {
+        ControlsHold hold;
+        EXPECT_EQ(DemoRecords(MakeDemoState()).size(), Controls().records.size());
+        EXPECT_EQ(u"Ready", Control(kKeyStatus).text.Text()) << "UTF-16 text";
+        EXPECT_EQ(u"World", Control(kKeyName).text.Text()) << "8-bit text";
+        EXPECT_EQ(u"%f \u00B0C", Control(kKeySetPoint).format);
+        EXPECT_EQ(300, Control(kKeySetPoint).maximum);
+        EXPECT_EQ(-1, Control(kKeySetPoint).exponent);
+        EXPECT_EQ(4u, Control(kKeyMode).itemCount);
+        EXPECT_EQ(1u, Control(kKeySpeedHigh).group);
+        EXPECT_EQ(kLogRows, Control(kKeyLog).chart.rowCapacity);
+        EXPECT_EQ(std::u16string(u"Temperature\0Set point\0", 22), Control(kKeyLog).chart.seriesNames);
+        EXPECT_EQ(kTypeImage, Control(kKeyLogo).type);
+        EXPECT_TRUE(Control(kKeyPin).flags & kFlagHidden) << "hidden while the section is closed";
+        EXPECT_TRUE(Control(kKeyReport).flags & kFlagHidden) << "hidden while logged out";
+    }
+    EXPECT_TRUE(LogHas("\"type\":14")) << "the panel asked for an acknowledgement";
+    // Live data follows: the chart fills with the device's samples.
+    EXPECT_TRUE(FollowUntil([](std::int32_t) {
+        return static_cast<std::int32_t>(Control(kKeyLog).chart.trailingWord) >= 2;
+    }));
+    ControlsHold hold;
+    EXPECT_EQ(2024, Control(kKeyLog).chart.textPart[6] | (Control(kKeyLog).chart.textPart[7] << 8));
+}
+
+TEST_F(DemoLoopbackTest, ValuesAreSentLoggedAndEchoed) {
+    ExpectPanelInOrder();
+    const std::int32_t tooHigh = 400;
+    Send(kKeySetPoint, &tooHigh, 4);
+    const char16_t name[] = u"Alice";
+    Send(kKeyName, name, sizeof name);
+    EXPECT_TRUE(LogHas("{\"key\":9,\"n\":4,\"hex\":\"90010000\"}"));
+    EXPECT_TRUE(LogHas("{\"key\":2,\"n\":32,\"hex\":\"416c69636500"));
+    EXPECT_TRUE(FollowUntil([](std::int32_t) {
+        return Control(kKeySetPoint).rawValue == 300 && Control(kKeyName).text.Text() == u"Alice" &&
+               Control(kKeyStatus).text.Text() == u"Name set to Alice";
+    }));
+}
+
+TEST_F(DemoLoopbackTest, TheSectionAndThePasswordShowWhatTheyGuardAndAFileIsWritten) {
+    ExpectPanelInOrder();
+    const std::uint8_t open = 255;
+    Send(kKeyAdvanced, &open, 1);
+    EXPECT_TRUE(FollowUntil([](std::int32_t) { return !(Control(kKeyPin).flags & kFlagHidden); }));
+
+    ASSERT_EQ(0, SubmitPassword(kKeyService, u"1234"));
+    EXPECT_TRUE(LogHas("\"key\":30,\"n\":68,\"hex\":\"31323334"));
+    EXPECT_TRUE(FollowUntil([](std::int32_t) {
+        return Control(kKeyService).loggedInByte != 0 && !(Control(kKeyReport).flags & kFlagHidden);
+    }));
+
+    Send(kKeyReport, &open, 0);
+    std::u16string path;
+    EXPECT_TRUE(FollowUntil([&](std::int32_t result) {
+        path = Control(kKeyReport).receivedPath;
+        return result == 10;
+    }));
+    const std::string written = plat::Utf16ToUtf8(path);
+    EXPECT_EQ(kReportName, std::filesystem::path(written).filename().string());
+    EXPECT_EQ(0u, written.rfind(folder.Path(), 0)) << written << " is outside the test's folder";
+    std::ifstream file(std::filesystem::path(written), std::ios::binary);
+    std::stringstream content;
+    content << file.rdbuf();
+    EXPECT_NE(std::string::npos, content.str().find("<h1>Tremolanth Demo report</h1>"));
+}
+
+TEST_F(DemoLoopbackTest, PingsBothWaysAndAMessageIsAnnouncedWhereTheClientLooks) {
+    ExpectPanelInOrder();
+    ASSERT_EQ(0, LinkSendPing());
+    EXPECT_TRUE(FollowUntil([](std::int32_t result) { return result == 5; }));
+    EXPECT_EQ(0, Link().pingPending.load());
+    EXPECT_TRUE(FollowUntil([](std::int32_t result) { return result == 4; }));
+    EXPECT_TRUE(LogHas("\"type\":12"));
+
+    const std::uint8_t press = 255;
+    Send(kKeyHello, &press, 1);
+    EXPECT_TRUE(FollowUntil([](std::int32_t result) {
+        if (result != 9) return false;
+        // The client announces the Message standing at its row count.
+        std::size_t rows = 0;
+        for (const ControlRecord& r : Controls().records) {
+            rows += (r.type != kTypeMessage && !(r.flags & kFlagHidden)) ? 1 : 0;
+        }
+        if (rows >= Controls().records.size()) return false;
+        const ControlRecord& m = Controls().records[rows];
+        return m.type == kTypeMessage && !(m.flags & kFlagHidden) && m.layoutChanged &&
+               m.text.Text() == u"Hello, World!";
+    }));
+}
+
+TEST_F(DemoLoopbackTest, GoodbyeEndsTheSessionAndTheNextClientIsServed) {
+    ExpectPanelInOrder();
+    Disconnect(true);
+    EXPECT_TRUE(LogHas("{\"session\":1,\"type\":4,\"flags\":2}"));
+    Connect();
+    ExpectPanelInOrder();
+    EXPECT_TRUE(LogHas("{\"session\":2,\"type\":1,"));
+    EXPECT_TRUE(boxes.Boxes().empty()) << plat::Utf16ToUtf8(boxes.Boxes()[0].text);
+}
