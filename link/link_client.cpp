@@ -7,22 +7,26 @@
 
 #include <climits>
 #include <cstring>
+#include <memory>
 
 namespace {
 
 LinkClient g_link;
 
+// The read-ahead of the current connection (used on the screen's thread only); each worker
+// holds its own reference, so a worker of an earlier link keeps reading its own socket.
+std::shared_ptr<SocketReader> g_reader;
+
 struct WorkerStart {
     plat::WindowRef window;
-    plat::SocketHandle socket;
+    std::shared_ptr<SocketReader> reader;
 };
 
 void WorkerMain(void* argument) {
-    WorkerStart start = *static_cast<WorkerStart*>(argument);
-    delete static_cast<WorkerStart*>(argument);
-    // The worker reads the socket it was started for, never whatever the link holds later.
-    ReceiveSource source = SocketReceiveSource(start.socket);
-    RunReceiveWorker(source, start.window);
+    std::unique_ptr<WorkerStart> start(static_cast<WorkerStart*>(argument));
+    ReceiveSource source = BufferedReceiveSource(start->reader.get());
+    RunReceiveWorker(source, start->window);
+    start.reset();
     --g_link.workerRunning;
 }
 
@@ -72,6 +76,7 @@ std::int32_t LinkStart(plat::SocketHandle socket, plat::WindowRef window, unsign
     if (!g_link.initialised) return kLinkNotInitialised;
     if (g_link.socket != plat::kInvalidSocket) return kLinkAlreadyOpen;
     g_link.socket = socket;
+    g_reader = std::make_shared<SocketReader>(socket);
     LinkStartReceiver(window, message);
     return LinkRequestPanel();
 }
@@ -79,9 +84,12 @@ std::int32_t LinkStart(plat::SocketHandle socket, plat::WindowRef window, unsign
 std::int32_t LinkStartReceiver(plat::WindowRef window, unsigned message) {
     plat::SocketHandle socket = g_link.socket;
     if (socket == plat::kInvalidSocket) return kLinkNoSocket;
+    if (!g_reader || g_reader->socket != socket) g_reader = std::make_shared<SocketReader>(socket);
     g_link.resultMessage = message;
     ++g_link.workerRunning;
-    if (plat::StartDetachedThread(WorkerMain, new WorkerStart{window, socket}) != 0) {
+    auto* start = new WorkerStart{window, g_reader};
+    if (plat::StartDetachedThread(WorkerMain, start) != 0) {
+        delete start;
         --g_link.workerRunning;
         return kLinkNoSocket;
     }
@@ -124,6 +132,7 @@ std::int32_t LinkDisconnect(std::uint8_t notifyDevice) {
 
 std::int32_t LinkClose() {
     g_link.socket = plat::kInvalidSocket;
+    g_reader.reset();
     TearDownControls();
     g_link.pingPending = 0;
     g_link.sessionFlagA = 0;

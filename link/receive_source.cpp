@@ -13,6 +13,35 @@ int SocketRead(void* context, void* data, int length) {
 
 void SocketPause(void*) { plat::SleepMilliseconds(10); }
 
+// Serves what the buffer holds, then reads the socket once for the rest: a frame cut at the
+// buffer's end costs no pause, only a read that truly came short does.
+int BufferedRead(void* context, void* data, int length) {
+    auto* reader = static_cast<SocketReader*>(context);
+    auto* out = static_cast<std::uint8_t*>(data);
+    std::size_t wanted = static_cast<std::size_t>(length);
+    std::size_t copied = std::min(wanted, reader->end - reader->begin);
+    std::memcpy(out, reader->buffer + reader->begin, copied);
+    reader->begin += copied;
+    if (copied == wanted) return length;
+    std::size_t missing = wanted - copied;
+    int got;
+    if (missing >= sizeof reader->buffer) {
+        got = plat::SocketReceive(reader->socket, out + copied, static_cast<int>(missing));
+    } else {
+        got = plat::SocketReceive(reader->socket, reader->buffer, sizeof reader->buffer);
+        reader->begin = 0;
+        reader->end = got > 0 ? static_cast<std::size_t>(got) : 0;
+        if (got > 0) {
+            std::size_t n = std::min(missing, reader->end);
+            std::memcpy(out + copied, reader->buffer, n);
+            reader->begin = n;
+            got = static_cast<int>(n);
+        }
+    }
+    if (got == plat::kSocketError) return copied > 0 ? static_cast<int>(copied) : got;
+    return static_cast<int>(copied) + got;
+}
+
 int MemoryRead(void* context, void* data, int length) {
     auto* input = static_cast<MemoryInput*>(context);
     if (input->position >= input->size) {
@@ -38,6 +67,15 @@ ReceiveSource SocketReceiveSource(plat::SocketHandle socket) {
     source.pause = SocketPause;
     source.context = reinterpret_cast<void*>(socket);
     source.socket = socket;
+    return source;
+}
+
+ReceiveSource BufferedReceiveSource(SocketReader* reader) {
+    ReceiveSource source;
+    source.receive = BufferedRead;
+    source.pause = SocketPause;
+    source.context = reader;
+    source.socket = reader->socket;
     return source;
 }
 

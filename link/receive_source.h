@@ -20,6 +20,19 @@ struct ReceiveSource {
 // Reads a socket, pausing 10 ms after an incomplete read.
 ReceiveSource SocketReceiveSource(plat::SocketHandle socket);
 
+// The bytes of one connection read ahead of the workers: a worker asking for 1 byte of a
+// marker or 12 of a header is served from here, so the link costs one receive call per
+// burst of frames rather than several per frame. Each worker of the connection in turn
+// continues where the previous one stopped; workers of one link never overlap.
+struct SocketReader {
+    explicit SocketReader(plat::SocketHandle s) : socket(s) {}
+    plat::SocketHandle socket;
+    std::uint8_t buffer[16384];
+    std::size_t begin = 0;
+    std::size_t end = 0;
+};
+ReceiveSource BufferedReceiveSource(SocketReader* reader);
+
 // Reads a byte range; its end is the link closing. Pauses do not wait.
 struct MemoryInput {
     const std::uint8_t* data = nullptr;
