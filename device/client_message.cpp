@@ -31,6 +31,26 @@ struct Parse {
 
 Parse Malformed(std::string error) { return {DecodeStatus::kMalformed, 0, std::move(error)}; }
 
+enum class ItemHead { kNeedMore, kNextFrame, kItem };
+
+// The key and byte count of the item at pos, or the marker of a frame that follows a message
+// the client cut short.
+ItemHead ReadItemHead(const std::uint8_t* p, std::size_t avail, std::size_t pos, std::uint32_t* key,
+                      std::uint32_t* n) {
+    if (avail - pos < kItemHead) return ItemHead::kNeedMore;
+    if (IsMarkerAt(p + pos)) return ItemHead::kNextFrame;
+    *key = Read32(p + pos);
+    *n = Read32(p + pos + 4);
+    return ItemHead::kItem;
+}
+
+// More bytes are needed, or the message ends at pos, cut short by the next frame.
+Parse NotAnItem(ItemHead head, std::size_t pos, ClientMessage* out) {
+    if (head == ItemHead::kNeedMore) return {};
+    out->truncated = true;
+    return {DecodeStatus::kMessage, pos, {}};
+}
+
 // The payload of a value message: count, then the items with the Blob trailers.
 Parse ParseValues(const std::uint8_t* p, std::size_t avail, const BlobTest& isBlob,
                   ClientMessage* out) {
@@ -42,38 +62,27 @@ Parse ParseValues(const std::uint8_t* p, std::size_t avail, const BlobTest& isBl
     }
     std::size_t pos = 4;
     for (std::uint32_t i = 0; i < out->count; ++i) {
-        if (avail - pos < kItemHead) return {};
-        if (IsMarkerAt(p + pos)) {
-            out->truncated = true;
-            return {DecodeStatus::kMessage, pos, {}};
-        }
-        ValueItem item;
-        item.key = Read32(p + pos);
-        const std::uint32_t n = Read32(p + pos + 4);
+        std::uint32_t key = 0, n = 0;
+        ItemHead head = ReadItemHead(p, avail, pos, &key, &n);
+        if (head != ItemHead::kItem) return NotAnItem(head, pos, out);
         if (n > kMaxValueItemBytes || pos + kItemHead + n > kMaxValueMessageBytes) {
-            return Malformed("value item of key " + std::to_string(item.key) + " claims " +
+            return Malformed("value item of key " + std::to_string(key) + " claims " +
                              std::to_string(n) + " bytes");
         }
         if (avail - pos - kItemHead < n) return {};
-        item.data.assign(p + pos + kItemHead, p + pos + kItemHead + n);
+        out->items.push_back({key, Bytes(p + pos + kItemHead, p + pos + kItemHead + n), false});
         pos += kItemHead + n;
-        out->items.push_back(std::move(item));
-        if (!isBlob || !isBlob(out->items.back().key)) continue;
+        if (!isBlob || !isBlob(key)) continue;
 
-        if (avail - pos < kItemHead) return {};
-        if (IsMarkerAt(p + pos)) {
-            out->truncated = true;
-            return {DecodeStatus::kMessage, pos, {}};
-        }
-        ValueItem trailer;
-        trailer.key = Read32(p + pos);
-        trailer.blobTrailer = true;
-        if (trailer.key != out->items.back().key || Read32(p + pos + 4) != 0) {
-            return Malformed("Blob item of key " + std::to_string(out->items.back().key) +
+        std::uint32_t trailerKey = 0;
+        head = ReadItemHead(p, avail, pos, &trailerKey, &n);
+        if (head != ItemHead::kItem) return NotAnItem(head, pos, out);
+        if (trailerKey != key || n != 0) {
+            return Malformed("Blob item of key " + std::to_string(key) +
                              " is not followed by its empty item");
         }
+        out->items.push_back({key, {}, true});
         pos += kItemHead;
-        out->items.push_back(std::move(trailer));
     }
     return {DecodeStatus::kMessage, pos, {}};
 }

@@ -40,7 +40,7 @@ Bytes EncodePanel(const std::vector<Record>& records, bool ackWanted = false);
 // One item of a value or layout update: a control key and its data (values.h).
 struct Item {
     std::uint32_t key = 0;
-    Bytes data;
+    Bytes data{};
 };
 Bytes EncodeValueUpdates(const std::vector<Item>& items, bool ackWanted = false);   // type 9
 Bytes EncodeLayoutUpdates(const std::vector<Item>& items, bool ackWanted = false);  // type 16
@@ -50,7 +50,7 @@ Bytes EncodeLayoutUpdates(const std::vector<Item>& items, bool ackWanted = false
 // only the last path component and writes under its own folder, so a bare name is best.
 struct OutFile {
     std::string name;
-    Bytes content;
+    Bytes content{};
 };
 Bytes EncodeFiles(std::uint32_t key, const std::vector<OutFile>& files, bool namesUtf16,
                   bool ackWanted = false);

@@ -110,30 +110,30 @@ Record DateTimeRecord(const ControlHead& head, const DateTime& value, std::strin
     return r;
 }
 
-Record NumberRecord(const ControlHead& head, const NumberSpec& spec) {
+Record NumberRecord(const ControlHead& head, const NumberParams& params) {
     Bytes value;
-    Put32(value, static_cast<std::uint32_t>(spec.value));
+    Put32(value, static_cast<std::uint32_t>(params.value));
     Record r = CountedRecord(wire::kTagNumber, head, value);
-    AddTextAttribute(r, 'f', spec.format);
-    if (spec.minimum) AddU32Attribute(r, 'n', static_cast<std::uint32_t>(*spec.minimum));
-    if (spec.maximum) AddU32Attribute(r, 'x', static_cast<std::uint32_t>(*spec.maximum));
-    AddU8Attribute(r, 'd', static_cast<std::uint8_t>(spec.decimals));
-    AddU8Attribute(r, 'm', static_cast<std::uint8_t>(spec.exponent));
+    AddTextAttribute(r, 'f', params.format);
+    if (params.minimum) AddU32Attribute(r, 'n', static_cast<std::uint32_t>(*params.minimum));
+    if (params.maximum) AddU32Attribute(r, 'x', static_cast<std::uint32_t>(*params.maximum));
+    AddU8Attribute(r, 'd', static_cast<std::uint8_t>(params.decimals));
+    AddU8Attribute(r, 'm', static_cast<std::uint8_t>(params.exponent));
     return r;
 }
 
-Record ChartRecord(const ControlHead& head, const ChartSpec& spec, const Bytes& block) {
+Record ChartRecord(const ControlHead& head, const ChartParams& params, const Bytes& block) {
     Record r = CountedRecord(wire::kTagChart, head, block);
-    AddU32Attribute(r, 'n', spec.rowCapacity);
-    AddU32Attribute(r, 'N', spec.seriesCount);
-    AddTextAttribute(r, 'f', spec.sampleUnits);
-    AddTextAttribute(r, 'F', spec.dataUnits);
-    AddTextAttribute(r, 'a', spec.axisCaption);
-    AddTextListAttribute(r, 'A', spec.seriesNames);
-    AddU8Attribute(r, 'd', spec.sampleDecimals);
-    AddU8Attribute(r, 'm', static_cast<std::uint8_t>(spec.sampleExponent));
-    AddU8Attribute(r, 'D', spec.dataDecimals);
-    AddU8Attribute(r, 'M', static_cast<std::uint8_t>(spec.dataExponent));
+    AddU32Attribute(r, 'n', params.rowCapacity);
+    AddU32Attribute(r, 'N', params.seriesCount);
+    AddTextAttribute(r, 'f', params.sampleUnits);
+    AddTextAttribute(r, 'F', params.dataUnits);
+    AddTextAttribute(r, 'a', params.axisCaption);
+    AddTextListAttribute(r, 'A', params.seriesNames);
+    AddU8Attribute(r, 'd', params.sampleDecimals);
+    AddU8Attribute(r, 'm', static_cast<std::uint8_t>(params.sampleExponent));
+    AddU8Attribute(r, 'D', params.dataDecimals);
+    AddU8Attribute(r, 'M', static_cast<std::uint8_t>(params.dataExponent));
     return r;
 }
 

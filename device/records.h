@@ -19,7 +19,7 @@ namespace dev {
 
 struct Attribute {
     char letter = 0;
-    Bytes value;
+    Bytes value{};
 };
 
 struct Record {
@@ -35,7 +35,7 @@ struct ControlHead {
     std::uint32_t key = 0;
     std::uint32_t flags = 0;
     std::string label;                        // "Z"
-    std::optional<std::uint32_t> background;  // "c", 0x00BBGGRR; absent: the type's default
+    std::optional<std::uint32_t> background{};  // "c", 0x00BBGGRR; absent: the type's default
 };
 
 // The body of one record (its byte count is written by the panel encoder).
@@ -60,7 +60,7 @@ Record SectionRecord(const ControlHead& head, bool open);
 // format ("f"): the display template, tokens such as %dd% %MM% %yyyy% %HH% %mm% %ss%.
 Record DateTimeRecord(const ControlHead& head, const DateTime& value, std::string_view format);
 
-struct NumberSpec {
+struct NumberParams {
     std::int32_t value = 0;                  // shown as value x 10^exponent
     std::optional<std::int32_t> minimum;     // "n", in force with kMinimumApplies
     std::optional<std::int32_t> maximum;     // "x", in force with kMaximumApplies
@@ -69,10 +69,10 @@ struct NumberSpec {
     std::string format = "%f";               // "f": the first "%" and the next character
                                              // stand for the number
 };
-Record NumberRecord(const ControlHead& head, const NumberSpec& spec);
+Record NumberRecord(const ControlHead& head, const NumberParams& params);
 
 // The attributes of a chart or data table; the sample kind, widths and styles are flag bits.
-struct ChartSpec {
+struct ChartParams {
     std::uint32_t rowCapacity = 0;         // "n"
     std::uint32_t seriesCount = 0;         // "N"
     std::string sampleUnits;               // "f": number template, or date-time template
@@ -85,7 +85,7 @@ struct ChartSpec {
     std::int8_t dataExponent = 0;          // "M"
 };
 // block: the data block (chart_ring.h builds one).
-Record ChartRecord(const ControlHead& head, const ChartSpec& spec, const Bytes& block);
+Record ChartRecord(const ControlHead& head, const ChartParams& params, const Bytes& block);
 
 Record PasswordRecord(const ControlHead& head, bool loggedIn);
 Record ListRecord(const ControlHead& head, const std::vector<std::string>& items,

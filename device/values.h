@@ -30,7 +30,7 @@ struct Layout {
     bool hidden = false;
     bool bringIntoView = false;
     std::uint8_t icon = 0;
-    std::optional<std::uint32_t> background;
+    std::optional<std::uint32_t> background{};
 };
 Bytes LayoutValue(const Layout& layout);
 

@@ -51,41 +51,41 @@ ControlHead Head(const DemoState& state, std::uint32_t key, std::uint32_t flags,
     return {key, flags, label, std::nullopt};
 }
 
-ChartSpec LogSpec() {
-    ChartSpec spec;
-    spec.rowCapacity = kLogRows;
-    spec.seriesCount = 2;
-    spec.sampleUnits = "%HH%:%mm%:%ss%";
-    spec.dataUnits = "%f \u00B0C";
-    spec.axisCaption = "Time";
-    spec.seriesNames = {"Temperature", "Set point"};
-    spec.dataDecimals = 1;
-    spec.dataExponent = -1;
-    return spec;
+ChartParams LogParams() {
+    ChartParams params;
+    params.rowCapacity = kLogRows;
+    params.seriesCount = 2;
+    params.sampleUnits = "%HH%:%mm%:%ss%";
+    params.dataUnits = "%f \u00B0C";
+    params.axisCaption = "Time";
+    params.seriesNames = {"Temperature", "Set point"};
+    params.dataDecimals = 1;
+    params.dataExponent = -1;
+    return params;
 }
 
-ChartSpec ReadingsSpec() {
-    ChartSpec spec;
-    spec.rowCapacity = kReadingRows;
-    spec.seriesCount = kReadingSeries;
-    spec.sampleUnits = "#%d";
-    spec.dataUnits = "%f mV";
-    spec.axisCaption = "Reading";
-    spec.seriesNames = {"Sensor A", "Sensor B", "Sensor C"};
-    return spec;
+ChartParams ReadingsParams() {
+    ChartParams params;
+    params.rowCapacity = kReadingRows;
+    params.seriesCount = kReadingSeries;
+    params.sampleUnits = "#%d";
+    params.dataUnits = "%f mV";
+    params.axisCaption = "Reading";
+    params.seriesNames = {"Sensor A", "Sensor B", "Sensor C"};
+    return params;
 }
 
 // A number in tenths, shown with one decimal.
-NumberSpec Tenths(std::int32_t value, std::optional<std::int32_t> minimum,
+NumberParams Tenths(std::int32_t value, std::optional<std::int32_t> minimum,
                   std::optional<std::int32_t> maximum, const char* format) {
-    NumberSpec spec;
-    spec.value = value;
-    spec.minimum = minimum;
-    spec.maximum = maximum;
-    spec.decimals = 1;
-    spec.exponent = -1;
-    spec.format = format;
-    return spec;
+    NumberParams params;
+    params.value = value;
+    params.minimum = minimum;
+    params.maximum = maximum;
+    params.decimals = 1;
+    params.exponent = -1;
+    params.format = format;
+    return params;
 }
 
 }  // namespace
@@ -145,9 +145,9 @@ std::vector<Record> DemoRecords(const DemoState& s) {
                                "%ddd% %dd%/%MM%/%yyyy% %HH%:%mm%"));
     r.push_back(ListRecord(Head(s, kKeyMode, 0, "Mode"), {"Off", "Eco", "Comfort", "Boost"},
                            s.mode));
-    r.push_back(ChartRecord(Head(s, kKeyLog, kLogFlags, "Temperature log"), LogSpec(),
+    r.push_back(ChartRecord(Head(s, kKeyLog, kLogFlags, "Temperature log"), LogParams(),
                             ChartBlock(s.log, false)));
-    r.push_back(ChartRecord(Head(s, kKeyReadings, kReadingsFlags, "Readings"), ReadingsSpec(),
+    r.push_back(ChartRecord(Head(s, kKeyReadings, kReadingsFlags, "Readings"), ReadingsParams(),
                             ChartBlock(s.readings, true)));
     r.push_back(ButtonRecord(Head(s, kKeyReload, 0, "Reload panel")));
     for (std::uint32_t i = 0; i < kMessageCount; ++i) {

@@ -50,15 +50,15 @@ bool ParseProbeOptions(int argc, const char* const* argv, ProbeOptions* out, std
         if (arg == "--watch") {
             out->watch = true;
         } else if (arg == "--set" && hasValue) {
-            const std::string spec = argv[++i];
-            const std::size_t equals = spec.find('=');
+            const std::string assignment = argv[++i];
+            const std::size_t equals = assignment.find('=');
             ProbeSet set;
             if (equals == std::string::npos ||
-                !ParseInteger(std::string_view(spec).substr(0, equals), &set.key)) {
-                *error = "--set wants KEY=VALUE, not " + spec;
+                !ParseInteger(std::string_view(assignment).substr(0, equals), &set.key)) {
+                *error = "--set wants KEY=VALUE, not " + assignment;
                 return false;
             }
-            set.value = spec.substr(equals + 1);
+            set.value = assignment.substr(equals + 1);
             out->sets.push_back(set);
         } else if (arg == "--timeout" && hasValue) {
             const char* text = argv[++i];

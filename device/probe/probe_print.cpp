@@ -64,14 +64,12 @@ void AddChart(JsonObject& o, const ChartData& c) {
 
 void AddTypeFields(JsonObject& o, const ControlRecord& r) {
     switch (r.type) {
+    case kTypeMessage:
+        JsonAdd(o, "answer", std::int64_t{r.answerByte});
+        [[fallthrough]];
     case kTypeText:
         JsonAdd(o, "maxLength", std::int64_t{r.maxLength});
         JsonAdd(o, "text", Utf8(r.text.Text()));
-        break;
-    case kTypeMessage:
-        JsonAdd(o, "maxLength", std::int64_t{r.maxLength});
-        JsonAdd(o, "text", Utf8(r.text.Text()));
-        JsonAdd(o, "answer", std::int64_t{r.answerByte});
         break;
     case kTypeButton:
         JsonAdd(o, "press", std::int64_t{r.pressByte});

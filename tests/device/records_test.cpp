@@ -34,14 +34,14 @@ dev::ControlHead Head(std::uint32_t key, std::uint32_t flags, const char* label)
 TEST(DeviceRecords, EveryTypeByteForByte) {
     dev::ControlHead coloured = Head(3, 0, "C");
     coloured.background = 0x00112233;
-    dev::NumberSpec number;
+    dev::NumberParams number;
     number.value = -5;
     number.minimum = -10;
     number.maximum = 10;
     number.decimals = 1;
     number.exponent = -1;
     number.format = "%f V";
-    dev::NumberSpec bare;
+    dev::NumberParams bare;
     bare.value = 7;
 
     const RecordCase cases[] = {
@@ -100,17 +100,17 @@ TEST(DeviceRecords, EveryTypeByteForByte) {
 }
 
 TEST(DeviceRecords, ChartCarriesItsBlockAndEveryAttribute) {
-    dev::ChartSpec spec;
-    spec.rowCapacity = 2;
-    spec.seriesCount = 1;
-    spec.sampleUnits = "s";
-    spec.dataUnits = "d";
-    spec.axisCaption = "a";
-    spec.seriesNames = {"x"};
-    spec.sampleDecimals = 1;
-    spec.sampleExponent = -2;
-    spec.dataDecimals = 3;
-    spec.dataExponent = -4;
+    dev::ChartParams params;
+    params.rowCapacity = 2;
+    params.seriesCount = 1;
+    params.sampleUnits = "s";
+    params.dataUnits = "d";
+    params.axisCaption = "a";
+    params.seriesNames = {"x"};
+    params.sampleDecimals = 1;
+    params.sampleExponent = -2;
+    params.dataDecimals = 3;
+    params.dataExponent = -4;
     dev::ChartRing ring = dev::MakeChartRing(dev::kDataWidth8, 2, 1);
     dev::AddChartRow(ring, {}, {5});
     const Bytes block = U8({5, 0}) + U32(1);  // table of two 1-byte rows, counter 1
@@ -123,7 +123,7 @@ TEST(DeviceRecords, ChartCarriesItsBlockAndEveryAttribute) {
         Counted(Ascii("a")) + Counted(Ascii("x") + U8({0})) + Counted(U8({1})) +
         Counted(U8({0xFE})) + Counted(U8({3})) + Counted(U8({0xFC}));
     EXPECT_EQ(Hex(expected),
-              Hex(dev::EncodeRecord(dev::ChartRecord(Head(13, dev::kDataWidth8, "C"), spec, block))));
+              Hex(dev::EncodeRecord(dev::ChartRecord(Head(13, dev::kDataWidth8, "C"), params, block))));
 }
 
 TEST(DeviceRecords, PanelCountsItsRecordsAndPrefixesEachBody) {
