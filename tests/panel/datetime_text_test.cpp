@@ -12,15 +12,21 @@ namespace {
 
 std::string Show(const std::u16string& text) { return plat::Utf16ToUtf8(text); }
 
-plat::CalendarTime Record(int year, int month, int day, int hour, int minute, int second) {
-    plat::CalendarTime t;
-    t.year = static_cast<std::uint16_t>(year);
-    t.month = static_cast<std::uint16_t>(month);
-    t.day = static_cast<std::uint16_t>(day);
-    t.hour = static_cast<std::uint16_t>(hour);
-    t.minute = static_cast<std::uint16_t>(minute);
-    t.second = static_cast<std::uint16_t>(second);
+// A CalendarTime or a DateTimeValue: both name their fields alike.
+template <class Stamp>
+Stamp Make(int year, int month, int day, int hour, int minute, int second) {
+    Stamp t;
+    t.year = static_cast<decltype(t.year)>(year);
+    t.month = static_cast<decltype(t.month)>(month);
+    t.day = static_cast<decltype(t.day)>(day);
+    t.hour = static_cast<decltype(t.hour)>(hour);
+    t.minute = static_cast<decltype(t.minute)>(minute);
+    t.second = static_cast<decltype(t.second)>(second);
     return t;
+}
+
+plat::CalendarTime Record(int year, int month, int day, int hour, int minute, int second) {
+    return Make<plat::CalendarTime>(year, month, day, hour, minute, second);
 }
 
 struct PictureCase {
@@ -100,14 +106,8 @@ TEST(DateTimePictures, RoomTooSmallWritesNothingAndRoomZeroAsksTheSize) {
 
 DateTimeValue Value(int year, int month, int day, int weekday, int hour, int minute,
                     int second) {
-    DateTimeValue v;
-    v.year = static_cast<std::uint16_t>(year);
-    v.month = static_cast<std::uint8_t>(month);
-    v.day = static_cast<std::uint8_t>(day);
+    DateTimeValue v = Make<DateTimeValue>(year, month, day, hour, minute, second);
     v.weekday = static_cast<std::uint8_t>(weekday);
-    v.hour = static_cast<std::uint8_t>(hour);
-    v.minute = static_cast<std::uint8_t>(minute);
-    v.second = static_cast<std::int8_t>(second);
     return v;
 }
 

@@ -82,13 +82,4 @@ TEST(NumberText, TheOutputStaysWithinTheRoomGiven) {
     EXPECT_EQ(309u + 1u + 127u, std::u16string(row).size());
 }
 
-TEST(NumberText, StyleFromFlagBits) {
-    const std::pair<std::uint32_t, int> cases[] = {
-        {0, 1}, {0x100000, 2}, {0x200000, 3}, {0x300000, 4}, {0x10000 | 0x200000, 3},
-        {0xC00000, 1}};
-    for (auto [flags, style] : cases) {
-        EXPECT_EQ(style, NumberStyleFromFlags(flags)) << std::hex << flags;
-    }
-}
-
 }  // namespace
