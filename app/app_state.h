@@ -12,6 +12,8 @@ struct AppState {
     HWND currentDialog = nullptr;   // the open editor or data view, none otherwise
     int listWidth = 0;              // client width of a full-screen list, in pixels
     int currentDevice = -1;         // index into the device table, -1 when none
+    bool pingTimerRunning = false;  // timer 2 was started (never cleared: see StopPingTimer)
+    bool sendPending = false;       // timer 3 runs to send a stepped value
 };
 
 AppState& App();

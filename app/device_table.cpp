@@ -1,0 +1,32 @@
+#include "app/device_table.h"
+
+#include "app/bluetooth.h"
+
+DeviceTable& Devices() {
+    static DeviceTable table;
+    return table;
+}
+
+void SetDeviceName(DeviceEntry& entry, const std::wstring& name) {
+    std::size_t n = name.size() < kDeviceNameSize - 1 ? name.size() : kDeviceNameSize - 1;
+    name.copy(entry.name, n);
+    entry.name[n] = 0;
+}
+
+plat::SocketHandle ConnectToDevice(DeviceTable& table, HWND, int index) {
+    if (table.socket != plat::kInvalidSocket) return plat::kInvalidSocket;
+    if (index < 0 || index >= table.count) return plat::kInvalidSocket;
+    const DeviceEntry& entry = table.entries[index];
+    if (entry.overTcp) {
+        table.socket = plat::SocketConnectTcp(entry.host, entry.port);
+    } else {
+        std::intptr_t native = BluetoothConnect(entry.address);
+        table.socket = native == -1 ? plat::kInvalidSocket : plat::SocketAdopt(native);
+    }
+    return table.socket;
+}
+
+void CloseDeviceSocket(DeviceTable& table) {
+    plat::SocketClose(table.socket);
+    table.socket = plat::kInvalidSocket;
+}

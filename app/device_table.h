@@ -1,0 +1,36 @@
+// The devices found by the last search, and the one device socket.
+#pragma once
+
+#include "platform/socket.h"
+
+#include <windows.h>
+
+#include <cstdint>
+#include <string>
+
+inline constexpr int kMaxDevices = 16;
+inline constexpr int kDeviceNameSize = 256;
+
+struct DeviceEntry {
+    wchar_t name[kDeviceNameSize] = {};
+    std::uint64_t address = 0;  // Bluetooth address
+    // A device listed in TREMOLANTH_DEVICES is reached over TCP instead.
+    bool overTcp = false;
+    char host[256] = {};
+    std::uint16_t port = 0;
+};
+
+struct DeviceTable {
+    DeviceEntry entries[kMaxDevices];
+    std::int32_t count = 0;
+    plat::SocketHandle socket = plat::kInvalidSocket;
+};
+
+DeviceTable& Devices();
+
+// Copies the name, cut to the field's size.
+void SetDeviceName(DeviceEntry& entry, const std::wstring& name);
+
+// Connects to the device; the socket, or kInvalidSocket when it failed or one is open.
+plat::SocketHandle ConnectToDevice(DeviceTable& table, HWND owner, int index);
+void CloseDeviceSocket(DeviceTable& table);

@@ -1,0 +1,68 @@
+// Leaving the panel screen: held sections first, then the link, the socket and the screen.
+#include "app/app_state.h"
+#include "app/device_table.h"
+#include "app/panel_screen.h"
+#include "app/panel_timers.h"
+#include "link/link_client.h"
+#include "model/control_store.h"
+#include "panel/win32/control_activation.h"
+#include "panel/win32/control_rows.h"
+
+#include <commctrl.h>
+
+namespace {
+
+struct HeldSection {
+    std::uint32_t id = 0;
+    int row = -1;
+};
+
+// The bottom-most row whose control is a section that is on.
+HeldSection FindHeldSection(HWND list) {
+    ControlsHold hold;
+    for (int row = ListView_GetItemCount(list) - 1; row >= 0; --row) {
+        LVITEMW item{};
+        item.mask = LVIF_PARAM;
+        item.iItem = row;
+        if (!ListView_GetItem(list, &item)) continue;
+        auto id = static_cast<std::uint32_t>(item.lParam);
+        if (GetControlType(id) != kTypeSection) continue;
+        std::uint8_t value = 0;
+        std::size_t size = 1;
+        GetControlValue(id, &value, &size);
+        if (value != 0) return {id, row};
+    }
+    return {};
+}
+
+// Stops the link with its goodbye; when the goodbye cannot be sent the link is closed
+// without it, so that the next screen can connect.
+void StopLink() {
+    if (LinkDisconnect(1) != kLinkOk) LinkDisconnect(0);
+    CloseDeviceSocket(Devices());
+}
+
+}  // namespace
+
+// One held section is let go per press of Done, so that the device sees each go off before
+// the screen closes.
+void LeavePanel(HWND dialog) {
+    HeldSection held = FindHeldSection(GetDlgItem(dialog, kPanelListId));
+    if (held.row >= 0) {
+        ToggleSection(dialog, held.id, held.row);
+        return;
+    }
+    StopLink();
+    EndDialog(dialog, 0);
+    App().currentDevice = -1;
+}
+
+void DisconnectPanel() {
+    StopLink();
+    if (!Link().sessionFlagC) {
+        if (App().currentDialog) SendMessageW(App().currentDialog, kCloseMessage, 0, 0);
+        if (App().panelScreen) SendMessageW(App().panelScreen, kCloseMessage, 0, 0);
+    }
+    App().currentDevice = -1;
+    if (App().pingTimerRunning && App().panelScreen) KillTimer(App().panelScreen, kPingTimer);
+}

@@ -1,0 +1,235 @@
+#include "app/panel_screen.h"
+
+#include "app/about_box.h"
+#include "app/app_state.h"
+#include "app/device_table.h"
+#include "app/message_boxes.h"
+#include "app/panel_timers.h"
+#include "app/row_images.h"
+#include "app/wait_cursor.h"
+#include "link/link_client.h"
+#include "model/control_store.h"
+#include "model/device_settings.h"
+#include "panel/fast_keys.h"
+#include "panel/win32/control_activation.h"
+#include "panel/win32/control_rows.h"
+#include "panel/win32/layout_dialog.h"
+#include "panel/win32/pings_dialog.h"
+#include "platform/win32/phone_shell.h"
+#include "res/resource.h"
+
+#include <commctrl.h>
+
+#include <string>
+
+namespace {
+
+constexpr std::uint32_t kDefaultLayoutRequest = 0x300;
+
+HWND ListOf(HWND dialog) { return GetDlgItem(dialog, IDC_PANEL_LIST); }
+
+void ShowUnableToConnect(HWND owner) {
+    std::wstring text = L"Unable to connect to ";
+    int index = App().currentDevice;
+    if (index >= 0 && index < kMaxDevices) text += Devices().entries[index].name;
+    ShowProductBox(owner, text, MB_ICONHAND);
+}
+
+// Every way out of the screen leaves the socket closed and no current device.
+void Abandon(HWND dialog, INT_PTR result) {
+    if (LinkIsOpen()) LinkDisconnect(0);
+    CloseDeviceSocket(Devices());
+    App().currentDevice = -1;
+    EndDialog(dialog, result);
+}
+
+void SetUpList(HWND dialog) {
+    HWND list = ListOf(dialog);
+    RECT client;
+    GetClientRect(dialog, &client);
+    MoveWindow(list, 0, 0, client.right, client.bottom, FALSE);
+    SendMessageW(list, WM_SETFONT, reinterpret_cast<WPARAM>(App().listFont), TRUE);
+    HIMAGELIST images = CreateRowImages(RGB(0, 255, 0));
+    ClearFastKeys(FastKeys());
+    ListView_SetExtendedListViewStyle(list, LVS_EX_FULLROWSELECT);
+    ListView_SetBkColor(list, CLR_NONE);
+    ListView_SetImageList(list, images, LVSIL_SMALL);
+    int screenWidth = App().listWidth > 0 ? App().listWidth : client.right;
+    LVCOLUMNW column{};
+    column.mask = LVCF_FMT | LVCF_WIDTH;
+    column.fmt = LVCFMT_LEFT;
+    column.cx = screenWidth - 20;
+    ListView_InsertColumn(list, 0, &column);
+    column.cx = 14;
+    ListView_InsertColumn(list, 1, &column);
+}
+
+BOOL OnInitDialog(HWND dialog) {
+    HCURSOR saved;
+    BeginWaitCursor(&saved);
+    App().panelScreen = dialog;
+    if (ConnectToDevice(Devices(), dialog, App().currentDevice) == plat::kInvalidSocket) {
+        ShowUnableToConnect(dialog);
+        Abandon(dialog, -1);
+        EndWaitCursor(saved);
+        return TRUE;
+    }
+    std::u16string name = LinkPanelId();
+    SetWindowTextW(dialog, reinterpret_cast<const wchar_t*>(name.c_str()));
+    SetWindowTextW(App().deviceListWindow, reinterpret_cast<const wchar_t*>(name.c_str()));
+    if (!ShellInitDialog(dialog)) {
+        EndWaitCursor(saved);
+        return TRUE;
+    }
+    if (!ShellCreateMenuBar(dialog, IDM_PANEL)) {
+        ShowMenubarFailed(dialog);
+        CloseDeviceSocket(Devices());
+        App().currentDevice = -1;
+        DestroyWindow(dialog);
+        EndWaitCursor(saved);
+        return TRUE;
+    }
+    SetUpList(dialog);
+    SetTimer(dialog, kFocusTimer, 1, nullptr);
+    std::int32_t rc = LinkStart(Devices().socket, dialog, kResultMessage);
+    if (rc != kLinkOk) {
+        ShowUnableToConnect(dialog);
+        Abandon(dialog, rc);
+    }
+    EndWaitCursor(saved);
+    return TRUE;
+}
+
+// Keys 1-12 of the fast-key table: '1'-'9', '*' (VK_F8), '0', '#' (VK_F9).
+int FastKeyIndex(WORD key) {
+    if (key >= '1' && key <= '9') return key - '1';
+    if (key == VK_F8) return 9;
+    if (key == '0') return 10;
+    if (key == VK_F9) return 11;
+    return -1;
+}
+
+void OnKeyDown(HWND dialog, const NMLVKEYDOWN* key) {
+    if (key->wVKey == VK_LEFT || key->wVKey == VK_RIGHT) {
+        StepSelectedRow(dialog, key->wVKey == VK_RIGHT);
+        return;
+    }
+    int index = FastKeyIndex(key->wVKey);
+    if (index < 0) return;
+    HWND list = ListOf(dialog);
+    int row = FastKeys().rows[index];
+    ListView_SetItemState(list, row, LVIS_SELECTED | LVIS_FOCUSED, LVIS_SELECTED | LVIS_FOCUSED);
+    ListView_EnsureVisible(list, row, FALSE);
+    ActivateSelectedRow(dialog);
+}
+
+void EditPings(HWND dialog) {
+    if (ReadDeviceSetting(0, kSettingPingsLocked, 0) == 0) {
+        EditPingInterval();
+        SetPingTimer(dialog, PingSeconds());
+    }
+    SetFocus(ListOf(dialog));
+}
+
+void EditLayoutOfSelectedRow(HWND dialog) {
+    if (ReadDeviceSetting(0, kSettingLayoutLocked, 0) != 0) return;
+    HWND list = ListOf(dialog);
+    std::uint32_t id = 0;
+    ControlRecord record;
+    bool found = false;
+    {
+        ControlsHold hold;
+        int row = ListView_GetNextItem(list, -1, LVNI_SELECTED);
+        if (row >= 0) {
+            LVITEMW item{};
+            item.mask = LVIF_PARAM;
+            item.iItem = row;
+            ListView_GetItem(list, &item);
+            id = static_cast<std::uint32_t>(item.lParam);
+            found = CopyControl(id, &record);
+        }
+    }
+    if (!found) return;
+    EditControlLayout(id, record);
+    FillControlRows(dialog);
+}
+
+BOOL OnCommand(HWND dialog, int id) {
+    switch (id) {
+    case IDOK:
+        ActivateSelectedRow(dialog);
+        return TRUE;
+    case IDCANCEL:
+    case IDC_DONE:
+        LeavePanel(dialog);
+        return TRUE;
+    case IDC_ABOUT:
+        ShowAboutBox();
+        SetFocus(ListOf(dialog));
+        return TRUE;
+    case IDC_PINGS:
+        EditPings(dialog);
+        return TRUE;
+    case IDC_CONTROL_LAYOUT:
+        EditLayoutOfSelectedRow(dialog);
+        return TRUE;
+    case IDC_DEFAULT_LAYOUT:
+        LinkSendDefaultLayout(kDefaultLayoutRequest);
+        return TRUE;
+    default:
+        return FALSE;
+    }
+}
+
+void OnTimer(HWND dialog, UINT_PTR timer) {
+    switch (timer) {
+    case kFocusTimer:
+        KillTimer(dialog, kFocusTimer);
+        SetFocus(ListOf(dialog));
+        break;
+    case kPingTimer:
+        OnPingTimer();
+        break;
+    case kSendTimer:
+        OnSendTimer(dialog);
+        break;
+    default:
+        break;
+    }
+}
+
+INT_PTR CALLBACK PanelScreenProc(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam) {
+    switch (message) {
+    case WM_INITDIALOG:
+        return OnInitDialog(dialog);
+    case kResultMessage:
+        OnLinkResult(dialog);
+        return TRUE;
+    case kCloseMessage:
+        EndDialog(dialog, 0);
+        return TRUE;
+    case WM_TIMER:
+        OnTimer(dialog, wParam);
+        return TRUE;
+    case WM_NOTIFY: {
+        auto* header = reinterpret_cast<NMHDR*>(lParam);
+        if (header->idFrom != IDC_PANEL_LIST || header->code != LVN_KEYDOWN) return FALSE;
+        OnKeyDown(dialog, reinterpret_cast<NMLVKEYDOWN*>(lParam));
+        return TRUE;
+    }
+    case WM_COMMAND:
+        return OnCommand(dialog, LOWORD(wParam));
+    default:
+        return FALSE;
+    }
+}
+
+}  // namespace
+
+INT_PTR OpenPanelScreen(HWND deviceList, int deviceIndex) {
+    App().currentDevice = deviceIndex;
+    App().deviceListWindow = deviceList;
+    SetWindowTextW(deviceList, Devices().entries[deviceIndex].name);
+    return DialogBoxW(App().instance, MAKEINTRESOURCEW(IDD_PANEL), App().mainWindow,
+                      PanelScreenProc);
+}
