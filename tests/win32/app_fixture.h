@@ -1,0 +1,90 @@
+// The whole program in the test process: its message loop on a thread of its own, the test
+// on the main thread finding its windows, posting keys and commands, and playing the device
+// on a loopback socket. Message boxes and browser launches are recorded.
+#pragma once
+
+#include "app/bluetooth.h"
+#include "tests/support/recorders.h"
+#include "tests/support/wire_builder.h"
+
+#include <windows.h>
+
+#include <gtest/gtest.h>
+
+#include <atomic>
+#include <cstdint>
+#include <string>
+#include <thread>
+#include <vector>
+
+namespace app_testing {
+
+using testing_support::Bytes;
+
+// The device table's source for one run: Bluetooth answers and the TREMOLANTH_DEVICES text.
+struct Neighbourhood {
+    std::vector<FoundDevice> bluetooth;
+    std::int32_t bluetoothResult = 0;
+    std::wstring networkDevices;  // empty: the variable is unset
+};
+
+std::vector<FoundDevice> NamedDevices(int count);
+// The Bluetooth result of the following searches.
+void SetBluetoothResult(std::int32_t result);
+
+class ProgramTest : public ::testing::Test {
+protected:
+    void SetUp() override;
+    void TearDown() override;
+
+    // Starts the program and waits (bounded) for the device list or for the program's end.
+    void Start(const Neighbourhood& neighbourhood);
+    // Starts it with one network device, the test's fake device, and waits for the list.
+    void StartWithFakeDevice(const std::wstring& name = L"Fake");
+    bool WaitForEnd();
+    int ExitCode() const { return exitCode_; }
+
+    // Connects to row `row` of the device list with its digit key, and takes the connection
+    // on the fake device, reading the panel request.
+    void ConnectFake(int row = 0);
+    // Plays the device's identity (header flags 0x1 set: the text is UTF-16).
+    void SendIdentity(const std::u16string& name, std::uint16_t extraFlags = 0);
+    void SendPanel(const std::vector<Bytes>& records);
+    void Send(const Bytes& bytes);
+    // The next frame head the client sends, and what follows it.
+    Bytes ReadFromClient(std::size_t n);
+    bool ClientSentNothingMore();
+
+    HWND DeviceList() const;
+    HWND PanelScreen() const;
+    HWND DeviceListView() const;
+    HWND PanelListView() const;
+    bool PanelScreenOpen() const;
+    bool WaitForPanelRows(int rows);
+
+    // Lets the program's thread handle everything posted before this call.
+    void Sync();
+    void PostKey(HWND window, WPARAM key) const;
+    void PostCommand(HWND window, int command) const;
+
+    testing_support::MessageBoxRecorder boxes;
+    plat::SocketHandle listener = plat::kInvalidSocket;
+    plat::SocketHandle device = plat::kInvalidSocket;
+    std::uint16_t port = 0;
+
+private:
+    std::thread program_;
+    int exitCode_ = -1000;
+    std::atomic<bool> ended_{false};
+    std::atomic<DWORD> threadId_{0};
+};
+
+// Rows of a list view, as text of one column.
+std::vector<std::wstring> ColumnTexts(HWND list, int column);
+int SelectedRow(HWND list);
+
+// Record bodies of a panel description, UTF-16 texts.
+Bytes SectionRecord(std::uint32_t key, std::uint8_t value, const std::u16string& label);
+Bytes ButtonRecord(std::uint32_t key, const std::u16string& label);
+
+}  // namespace app_testing

@@ -1,0 +1,230 @@
+// Start-up, the device search and list, the About box and the single-instance check.
+#include "app/app_state.h"
+#include "app/single_instance.h"
+#include "link/link_client.h"
+#include "platform/win32/phone_shell.h"
+#include "res/resource.h"
+#include "tests/support/temp_folder.h"
+#include "tests/win32/app_fixture.h"
+
+#include <commctrl.h>
+
+#include <regex>
+
+namespace app_testing {
+namespace {
+
+using testing_support::WaitUntil;
+
+const std::u16string kCannotActivate =
+    u"Bluetooth can't be activated.  Check the radio is switched on and no other programs "
+    u"are using Bluetooth.";
+const std::u16string kNoDevices =
+    u"No compatible devices found.  Check the Bluetooth radio is switched on.";
+
+using StartupTest = ProgramTest;
+
+TEST_F(StartupTest, FailedInquiryWithoutNetworkDevicesEndsTheProgram) {
+    Start({{}, 10050, L""});
+    ASSERT_TRUE(WaitForEnd());
+    EXPECT_EQ(0, ExitCode());
+    auto shown = boxes.Boxes();
+    ASSERT_EQ(1u, shown.size());
+    EXPECT_EQ(kCannotActivate, shown[0].text);
+    EXPECT_EQ(u"Tremolanth", shown[0].caption);
+    EXPECT_EQ(static_cast<unsigned>(MB_OKCANCEL), shown[0].flags);
+    EXPECT_FALSE(Link().initialised);  // shut down on the way out
+}
+
+TEST_F(StartupTest, FailedInquiryWithNetworkDevicesListsThem) {
+    Start({{}, 10050, L"Bench=127.0.0.1:4000;Lab=localhost:4001"});
+    ASSERT_TRUE(DeviceList());
+    EXPECT_EQ((std::vector<std::wstring>{L" Bench", L" Lab"}), ColumnTexts(DeviceListView(), 0));
+    EXPECT_EQ(0u, boxes.Count());
+}
+
+struct ListCase {
+    int bluetooth;
+    int networkDevices;
+    int rows;
+    std::vector<std::pair<int, std::wstring>> keys;  // row, key column
+    int narrowing;                                    // of the name column
+};
+
+TEST_F(StartupTest, RowsAreNumberedForTheKeysAndCappedAtSixteen) {
+    const ListCase cases[] = {
+        {1, 0, 1, {{0, L"1"}}, 0},
+        {9, 0, 9, {{8, L"9"}}, 0},
+        {10, 0, 10, {{8, L"9"}, {9, L"0"}}, 6},
+        {11, 0, 11, {{9, L"0"}, {10, L""}}, 6},
+        {17, 0, 16, {{15, L""}}, 6},
+        {15, 3, 16, {{0, L"1"}}, 6},  // network devices come after, within the sixteen
+    };
+    for (const ListCase& c : cases) {
+        std::wstring network;
+        for (int i = 0; i < c.networkDevices; ++i) network += L"N" + std::to_wstring(i) + L"=h:1;";
+        Start({NamedDevices(c.bluetooth), 0, network});
+        ASSERT_TRUE(DeviceList()) << c.bluetooth;
+        HWND list = DeviceListView();
+        auto names = ColumnTexts(list, 0);
+        ASSERT_EQ(static_cast<std::size_t>(c.rows), names.size()) << c.bluetooth;
+        EXPECT_EQ(L" Device 1", names[0]);
+        auto keys = ColumnTexts(list, 1);
+        for (const auto& [row, key] : c.keys) EXPECT_EQ(key, keys[row]) << c.bluetooth << " row " << row;
+        EXPECT_EQ(App().listWidth - 14 - c.narrowing, ListView_GetColumnWidth(list, 0)) << c.bluetooth;
+        EXPECT_EQ(0, SelectedRow(list));
+        TearDown();
+    }
+}
+
+TEST_F(StartupTest, DigitBeyondTheDevicesDoesNothing) {
+    Start({NamedDevices(3), 0, L""});
+    ASSERT_TRUE(DeviceList());
+    PostKey(DeviceListView(), '5');
+    PostKey(DeviceListView(), VK_NUMPAD0);  // the tenth device, absent too
+    Sync();
+    EXPECT_EQ(0u, boxes.Count());
+    EXPECT_EQ(-1, App().currentDevice);
+    EXPECT_EQ(0, SelectedRow(DeviceListView()));
+}
+
+TEST_F(StartupTest, UnreachableDeviceSaysSoAndKeepsTheList) {
+    // A Bluetooth device cannot be reached here; a closed port cannot be either.
+    Start({NamedDevices(2), 0, L"Gone=127.0.0.1:1"});
+    ASSERT_TRUE(DeviceList());
+    for (int row : {1, 2}) {
+        boxes.Clear();
+        PostKey(DeviceListView(), '1' + row);
+        std::u16string name = row == 1 ? u"Device 2" : u"Gone";
+        ASSERT_TRUE(boxes.WaitFor(u"Unable to connect to " + name, std::chrono::seconds(5)));
+        Sync();
+        EXPECT_EQ(static_cast<unsigned>(MB_ICONHAND), boxes.Boxes()[0].flags);
+        EXPECT_EQ(-1, App().currentDevice);
+        EXPECT_TRUE(IsWindowVisible(DeviceList()));
+        EXPECT_EQ(row, SelectedRow(DeviceListView()));
+    }
+}
+
+TEST_F(StartupTest, EmptySearchSaysSoAndARescanFillsTheList) {
+    Start({{}, 0, L""});
+    ASSERT_TRUE(DeviceList());
+    EXPECT_TRUE(boxes.Has(kNoDevices));
+    EXPECT_EQ(0, ListView_GetItemCount(DeviceListView()));
+
+    SetEnvironmentVariableW(L"TREMOLANTH_DEVICES", L"Late=h:5");
+    PostCommand(DeviceList(), IDC_SCAN);
+    ASSERT_TRUE(WaitUntil([&] { return ListView_GetItemCount(DeviceListView()) == 1; }));
+    EXPECT_EQ(L"1", ColumnTexts(DeviceListView(), 1)[0]);  // the columns exist after all
+}
+
+TEST_F(StartupTest, FailedRescanShowsTheFaultAndKeepsTheList) {
+    Start({NamedDevices(2), 0, L""});
+    ASSERT_TRUE(DeviceList());
+    SetBluetoothResult(10050);
+    PostCommand(DeviceList(), IDC_SCAN);
+    ASSERT_TRUE(WaitUntil([&] { return boxes.HasFault(523, "tremolanth22", 10050); }));
+    EXPECT_EQ(2, ListView_GetItemCount(DeviceListView()));
+}
+
+TEST_F(StartupTest, MalformedNetworkEntriesAreReportedAndSkipped) {
+    Start({{}, 10050, L"Good=h:1;Bad=h:x"});
+    ASSERT_TRUE(DeviceList());
+    EXPECT_EQ(std::vector<std::wstring>{L" Good"}, ColumnTexts(DeviceListView(), 0));
+    auto shown = boxes.Boxes();
+    ASSERT_EQ(1u, shown.size());
+    EXPECT_NE(std::u16string::npos, shown[0].text.find(u"\"Bad=h:x\""));
+    EXPECT_EQ(static_cast<unsigned>(MB_ICONEXCLAMATION), shown[0].flags);
+}
+
+TEST_F(StartupTest, BackOnTheListEndsTheProgram) {
+    Start({NamedDevices(1), 0, L""});
+    ASSERT_TRUE(DeviceList());
+    PostCommand(DeviceList(), IDCANCEL);
+    ASSERT_TRUE(WaitForEnd());
+    EXPECT_EQ(0, ExitCode());
+    EXPECT_FALSE(IsWindow(App().mainWindow));
+}
+
+TEST_F(StartupTest, SoftKeysAreLabelledFromTheMenu) {
+    Start({NamedDevices(1), 0, L""});
+    ASSERT_TRUE(DeviceList());
+    EXPECT_EQ(L"Connect", ShellSoftKeyLabel(DeviceList(), kLeftSoftKey));
+    EXPECT_EQ(L"Menu", ShellSoftKeyLabel(DeviceList(), kRightSoftKey));
+    wchar_t caption[64] = {};
+    GetWindowTextW(App().mainWindow, caption, 64);
+    EXPECT_STREQ(L"Devices in range", caption);
+}
+
+HWND g_about = nullptr;
+BOOL CALLBACK FindAbout(HWND window, LPARAM) {
+    if (GetDlgItem(window, IDC_COMPILED) && IsWindowVisible(window)) g_about = window;
+    return TRUE;
+}
+
+TEST_F(StartupTest, AboutShowsTheBuildStampAndClosesWithBack) {
+    Start({NamedDevices(1), 0, L""});
+    ASSERT_TRUE(DeviceList());
+    PostCommand(DeviceList(), IDC_ABOUT);
+    DWORD thread = GetWindowThreadProcessId(DeviceList(), nullptr);
+    g_about = nullptr;
+    ASSERT_TRUE(WaitUntil([&] {
+        EnumThreadWindows(thread, FindAbout, 0);
+        return g_about != nullptr;
+    }));
+    wchar_t stamp[64] = {};
+    GetDlgItemTextW(g_about, IDC_COMPILED, stamp, 64);
+    EXPECT_TRUE(std::regex_match(std::wstring(stamp),
+                                 std::wregex(LR"([A-Z][a-z]{2} [ 1-3][0-9] \d{4}, \d\d:\d\d:\d\d)")))
+        << std::wstring(stamp).c_str();
+    PostCommand(g_about, IDCANCEL);
+    ASSERT_TRUE(WaitUntil([&] { return !IsWindow(g_about); }));
+}
+
+TEST_F(StartupTest, MenuBarFailureStopsTheStart) {
+    ShellFailMenuBarsForTest(true);
+    Start({NamedDevices(1), 0, L""});
+    ShellFailMenuBarsForTest(false);
+    ASSERT_TRUE(WaitForEnd());
+    EXPECT_EQ(0, ExitCode());
+    EXPECT_EQ(0u, boxes.Count());  // the main window's own bar fails silently
+}
+
+// The single-instance check, with the 500 ms waits counted instead of waited.
+int g_waits = 0;
+void CountWait(unsigned milliseconds) {
+    EXPECT_EQ(500u, milliseconds);
+    ++g_waits;
+}
+
+TEST(SingleInstance, FirstFindsNobodySecondFindsTheWindowOrGivesUp) {
+    std::string unique = testing_support::UniqueName("TmqTest");
+    std::wstring name(unique.begin(), unique.end());
+    SetInstanceWaitForTest(CountWait);
+    bool running = true;
+    EXPECT_EQ(S_OK, CheckSingleInstance(name.c_str(), nullptr, &running));
+    EXPECT_FALSE(running);
+
+    // The mutex is held, no window yet: two looks per attempt, five attempts.
+    g_waits = 0;
+    EXPECT_EQ(E_FAIL, CheckSingleInstance(name.c_str(), nullptr, &running));
+    EXPECT_FALSE(running);
+    EXPECT_EQ(5, g_waits);
+
+    WNDCLASSW wc{};
+    wc.lpfnWndProc = DefWindowProcW;
+    wc.hInstance = GetModuleHandleW(nullptr);
+    wc.lpszClassName = name.c_str();
+    ASSERT_TRUE(RegisterClassW(&wc));
+    HWND window = CreateWindowW(name.c_str(), L"", WS_OVERLAPPED, 0, 0, 10, 10, nullptr, nullptr,
+                                wc.hInstance, nullptr);
+    g_waits = 0;
+    EXPECT_EQ(S_OK, CheckSingleInstance(name.c_str(), nullptr, &running));
+    EXPECT_TRUE(running);
+    EXPECT_EQ(0, g_waits);
+    DestroyWindow(window);
+    UnregisterClassW(name.c_str(), wc.hInstance);
+    SetInstanceWaitForTest(nullptr);
+}
+
+}  // namespace
+}  // namespace app_testing
