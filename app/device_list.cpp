@@ -4,6 +4,7 @@
 #include "app/app_state.h"
 #include "app/app_texts.h"
 #include "app/device_inquiry.h"
+#include "app/list_view.h"
 #include "app/message_boxes.h"
 #include "app/panel_screen.h"
 #include "app/row_images.h"
@@ -40,10 +41,6 @@ void SetUpList(HWND list, int count) {
 std::wstring KeyDigit(int index) {
     if (index < 9) return std::to_wstring(index + 1);
     return index == 9 ? L"0" : L"";
-}
-
-void SelectRow(HWND list, int row) {
-    ListView_SetItemState(list, row, LVIS_SELECTED | LVIS_FOCUSED, LVIS_SELECTED | LVIS_FOCUSED);
 }
 
 void Connect(HWND dialog) {
@@ -88,7 +85,7 @@ void OnKeyDown(HWND dialog, const NMLVKEYDOWN* key) {
     if (key->wVKey >= '1' && key->wVKey <= '9') index = key->wVKey - '1';
     if (key->wVKey == '0') index = 9;
     if (index < 0 || index >= Devices().count) return;
-    SelectRow(ListOf(dialog), index);
+    SelectAndFocusRow(ListOf(dialog), index);
     SendMessageW(dialog, WM_COMMAND, IDC_CONNECT, 0);
 }
 
@@ -122,12 +119,12 @@ INT_PTR CALLBACK DeviceListProc(HWND dialog, UINT message, WPARAM wParam, LPARAM
         KillTimer(dialog, kFocusTimer);
         SetFocus(ListOf(dialog));
         return TRUE;
-    case WM_NOTIFY: {
-        auto* header = reinterpret_cast<NMHDR*>(lParam);
-        if (header->idFrom != IDC_DEVICE_LIST || header->code != LVN_KEYDOWN) return FALSE;
-        OnKeyDown(dialog, reinterpret_cast<NMLVKEYDOWN*>(lParam));
-        return TRUE;
-    }
+    case WM_NOTIFY:
+        if (const NMLVKEYDOWN* key = ListKeyDown(lParam, IDC_DEVICE_LIST)) {
+            OnKeyDown(dialog, key);
+            return TRUE;
+        }
+        return FALSE;
     case WM_COMMAND:
         return OnCommand(dialog, LOWORD(wParam));
     default:
@@ -165,7 +162,7 @@ void FillDeviceList(HWND dialog, bool firstTime) {
         std::wstring key = KeyDigit(i);
         ListView_SetItemText(list, i, 1, key.data());
     }
-    SelectRow(list, 0);
+    SelectAndFocusRow(list, 0);
     SendMessageW(list, WM_SETREDRAW, TRUE, 0);
     SetFocus(list);
 }

@@ -3,6 +3,7 @@
 #include "app/about_box.h"
 #include "app/app_state.h"
 #include "app/device_table.h"
+#include "app/list_view.h"
 #include "app/message_boxes.h"
 #include "app/panel_timers.h"
 #include "app/row_images.h"
@@ -118,7 +119,7 @@ void OnKeyDown(HWND dialog, const NMLVKEYDOWN* key) {
     if (index < 0) return;
     HWND list = ListOf(dialog);
     int row = FastKeys().rows[index];
-    ListView_SetItemState(list, row, LVIS_SELECTED | LVIS_FOCUSED, LVIS_SELECTED | LVIS_FOCUSED);
+    SelectAndFocusRow(list, row);
     ListView_EnsureVisible(list, row, FALSE);
     ActivateSelectedRow(dialog);
 }
@@ -211,12 +212,12 @@ INT_PTR CALLBACK PanelScreenProc(HWND dialog, UINT message, WPARAM wParam, LPARA
     case WM_TIMER:
         OnTimer(dialog, wParam);
         return TRUE;
-    case WM_NOTIFY: {
-        auto* header = reinterpret_cast<NMHDR*>(lParam);
-        if (header->idFrom != IDC_PANEL_LIST || header->code != LVN_KEYDOWN) return FALSE;
-        OnKeyDown(dialog, reinterpret_cast<NMLVKEYDOWN*>(lParam));
-        return TRUE;
-    }
+    case WM_NOTIFY:
+        if (const NMLVKEYDOWN* key = ListKeyDown(lParam, IDC_PANEL_LIST)) {
+            OnKeyDown(dialog, key);
+            return TRUE;
+        }
+        return FALSE;
     case WM_COMMAND:
         return OnCommand(dialog, LOWORD(wParam));
     default:

@@ -162,14 +162,9 @@ def section(c, o, opened):  # a folder, open or closed
 def list_row(c, o, spin=True):
     for y in (3, 7, 11):
         c.rect(o + 1, y, o + 2, y + 1, NAVY)
-        c.line(o + 4, y, o + 10 if spin else o + 13, y, DARK)
-    if spin:  # up and down arrows at the right
-        c.line(o + 13, 2, o + 13, 2, BLACK)
-        c.line(o + 12, 3, o + 14, 3, BLACK)
-        c.line(o + 11, 4, o + 15, 4, BLACK)
-        c.line(o + 11, 11, o + 15, 11, BLACK)
-        c.line(o + 12, 12, o + 14, 12, BLACK)
-        c.line(o + 13, 13, o + 13, 13, BLACK)
+        c.line(o + 4, y, o + 9 if spin else o + 13, y, DARK)
+    if spin:
+        spin_arrows(c, o)
 
 
 def number(c, o):
