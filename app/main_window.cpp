@@ -78,8 +78,7 @@ LRESULT CALLBACK MainWindowProc(HWND window, UINT message, WPARAM wParam, LPARAM
         EndPaint(window, &ps);
         return 0;
     }
-    case WM_MOVE:
-    case WM_SIZE:
+    case WM_WINDOWPOSCHANGED:
         ShellLayoutScreen();
         break;
     case WM_TIMER:

@@ -48,12 +48,16 @@ LRESULT CALLBACK FullScreenProc(HWND dialog, UINT message, WPARAM wParam, LPARAM
         if (InFront(dialog)) ShowTitleOf(dialog);
         break;
     case WM_ACTIVATE:
-        if (LOWORD(wParam) != WA_INACTIVE) ShowTitleOf(dialog);
+        if (LOWORD(wParam) != WA_INACTIVE) {
+            ShowTitleOf(dialog);
+            ShellRaiseFrontBar();
+        }
         break;
     case WM_NCDESTROY:
         SetWindowLongPtrW(dialog, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(previous));
         RemovePropW(dialog, kPreviousProcProp);
         RemovePropW(dialog, kFullScreenProp);
+        ShellRaiseFrontBar();
         break;
     default:
         break;
@@ -98,7 +102,28 @@ void ShellDetachScreen(HWND mainWindow) {
     g_screen = nullptr;
 }
 
-void ShellLayoutScreen() { EnumThreadWindows(GetCurrentThreadId(), PlaceOne, 0); }
+void ShellLayoutScreen() {
+    EnumThreadWindows(GetCurrentThreadId(), PlaceOne, 0);
+    ShellRaiseFrontBar();
+}
+
+void ShellRaiseFrontBar() {
+    // The bars share one strip: the one on top must be that of the dialog in front, even
+    // after the screen window was raised over the owned windows of its dialogs.
+    DWORD thread = GetCurrentThreadId();
+    for (HWND w = GetTopWindow(nullptr); w; w = GetWindow(w, GW_HWNDNEXT)) {
+        if (GetWindowThreadProcessId(w, nullptr) != thread || !IsWindowVisible(w)) continue;
+        if (!GetPropW(w, kFullScreenProp)) continue;
+        if (HWND bar = ShellMenuBar(w)) {
+            // Shown again, it comes up on top here and on an X display under Wine too, whose
+            // stacking can part from the window list when the screen window is raised.
+            ShowWindow(bar, SW_HIDE);
+            SetWindowPos(bar, HWND_TOP, 0, 0, 0, 0,
+                         SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE | SWP_SHOWWINDOW);
+        }
+        return;
+    }
+}
 
 bool ShellInitDialog(HWND dialog) {
     if (!IsWindow(dialog)) return false;

@@ -23,6 +23,8 @@ void ShellAttachScreen(HWND mainWindow);
 void ShellDetachScreen(HWND mainWindow);
 // Moves the full-screen dialogs and bars along after the screen window moved.
 void ShellLayoutScreen();
+// Puts the bar of the dialog in front above everything (after the screen window came up).
+void ShellRaiseFrontBar();
 HWND ShellScreen();
 // The screen in desktop coordinates.
 RECT ShellScreenRect();
