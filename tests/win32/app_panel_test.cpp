@@ -218,21 +218,6 @@ TEST_F(PanelTest, FastKeysSelectTheirRows) {
     }
 }
 
-TEST_F(PanelTest, LockedMenusDoNothing) {
-    Open({ButtonRecord(1, u"B")});
-    WriteDeviceSetting(0, kSettingLayoutLocked, 1);
-    WriteDeviceSetting(0, kSettingPingsLocked, 1);
-    WriteDeviceSetting(0, kSettingPingSeconds, 0);
-    PostCommand(PanelScreen(), IDC_PINGS);
-    Sync();
-    // "Pings..." did not run: the ping timer was not restarted from the new interval of 0.
-    EXPECT_TRUE(App().pingTimerRunning);
-    PostCommand(PanelScreen(), IDC_CONTROL_LAYOUT);
-    Sync();
-    EXPECT_TRUE(PanelScreenOpen());
-    EXPECT_EQ(0u, boxes.Count());
-}
-
 std::vector<std::u16string> g_launched;
 void RecordLaunch(const std::u16string& argument) { g_launched.push_back(argument); }
 
