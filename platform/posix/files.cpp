@@ -1,5 +1,6 @@
 #include "platform/files.h"
 
+#include "platform/posix/folders.h"
 #include "platform/utf.h"
 
 #include <fcntl.h>
@@ -12,18 +13,6 @@
 
 namespace plat {
 
-namespace {
-
-bool MakeFolders(const std::string& path) {
-    for (std::size_t slash = path.find('/', 1);; slash = path.find('/', slash + 1)) {
-        std::string part = path.substr(0, slash);
-        if (::mkdir(part.c_str(), 0700) != 0 && errno != EEXIST) return false;
-        if (slash == std::string::npos) return true;
-    }
-}
-
-}  // namespace
-
 std::u16string ReceivedFilesFolder() {
     const char* xdg = std::getenv("XDG_DATA_HOME");
     std::string base;
@@ -34,7 +23,7 @@ std::u16string ReceivedFilesFolder() {
         base = std::string(home && *home ? home : ".") + "/.local/share";
     }
     std::string folder = base + "/tremolanth/received";
-    if (!MakeFolders(folder)) return {};
+    if (MakeFolders(folder) != 0) return {};
     return Utf8ToUtf16(folder);
 }
 

@@ -4,6 +4,7 @@
 // temporary file that is renamed over the old one, so a crash never leaves half a file.
 #include "platform/settings_store.h"
 
+#include "platform/posix/folders.h"
 #include "platform/safe_name.h"
 #include "platform/utf.h"
 
@@ -41,14 +42,6 @@ std::string ConfigFolder() {
 
 std::string PanelFile(std::u16string_view panel) {
     return ConfigFolder() + "/" + SafeFileStem(panel) + ".settings";
-}
-
-int MakeFolders(const std::string& path) {
-    for (size_t slash = path.find('/', 1);; slash = path.find('/', slash + 1)) {
-        std::string part = path.substr(0, slash);
-        if (::mkdir(part.c_str(), 0700) != 0 && errno != EEXIST) return errno;
-        if (slash == std::string::npos) return 0;
-    }
 }
 
 // name -> raw value bytes
