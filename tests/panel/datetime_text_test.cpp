@@ -12,21 +12,9 @@ namespace {
 
 std::string Show(const std::u16string& text) { return plat::Utf16ToUtf8(text); }
 
-// A CalendarTime or a DateTimeValue: both name their fields alike.
-template <class Stamp>
-Stamp Make(int year, int month, int day, int hour, int minute, int second) {
-    Stamp t;
-    t.year = static_cast<decltype(t.year)>(year);
-    t.month = static_cast<decltype(t.month)>(month);
-    t.day = static_cast<decltype(t.day)>(day);
-    t.hour = static_cast<decltype(t.hour)>(hour);
-    t.minute = static_cast<decltype(t.minute)>(minute);
-    t.second = static_cast<decltype(t.second)>(second);
-    return t;
-}
-
 plat::CalendarTime Record(int year, int month, int day, int hour, int minute, int second) {
-    return Make<plat::CalendarTime>(year, month, day, hour, minute, second);
+    const auto u = [](int v) { return static_cast<std::uint16_t>(v); };
+    return {u(year), u(month), 0, u(day), u(hour), u(minute), u(second), 0};
 }
 
 struct PictureCase {
@@ -88,17 +76,13 @@ TEST(DateTimePictures, SystemAndPortableFormattersAgree) {
 
 TEST(DateTimePictures, RoomTooSmallWritesNothingAndRoomZeroAsksTheSize) {
     char16_t out[16];
-    for (int room = 1; room <= 6; ++room) {
+    for (int room = 1; room <= 6; ++room) {  // "March" and its terminator need six
         std::fill(std::begin(out), std::end(out), u'#');
-        int n = plat::FormatDatePicture(kAfternoon, u"MMMM", out, room);
-        if (room < 6) {
-            EXPECT_EQ(0, n) << room;
-            EXPECT_EQ(u'#', out[0]) << room;
-        } else {
-            EXPECT_EQ(6, n);
-            EXPECT_EQ("March", Show(out));
-        }
+        const int n = plat::FormatDatePicture(kAfternoon, u"MMMM", out, room);
+        EXPECT_EQ(room < 6 ? 0 : 6, n) << room;
+        EXPECT_TRUE(room == 6 || out[0] == u'#') << room;
     }
+    EXPECT_EQ("March", Show(out));
     std::fill(std::begin(out), std::end(out), u'#');
     EXPECT_EQ(3, plat::FormatTimePicture(kAfternoon, u"HH", out, 0));
     EXPECT_EQ(u'#', out[0]);
@@ -106,9 +90,9 @@ TEST(DateTimePictures, RoomTooSmallWritesNothingAndRoomZeroAsksTheSize) {
 
 DateTimeValue Value(int year, int month, int day, int weekday, int hour, int minute,
                     int second) {
-    DateTimeValue v = Make<DateTimeValue>(year, month, day, hour, minute, second);
-    v.weekday = static_cast<std::uint8_t>(weekday);
-    return v;
+    const auto u = [](int v) { return static_cast<std::uint8_t>(v); };
+    return {static_cast<std::int8_t>(second), u(minute), u(hour), u(day),
+            u(weekday), u(month), static_cast<std::uint16_t>(year)};
 }
 
 struct TemplateCase {

@@ -55,9 +55,7 @@ TEST(NumberText, ScaledValuesInEachStyle) {
         char16_t out[64];
         FormatScaledNumber(out, 64, c.value, c.style, c.pattern, c.decimals, c.exponent,
                            c.minus);
-        EXPECT_EQ(Show(c.expected), Show(out))
-            << c.value << " style " << c.style << " template " << Show(c.pattern) << " decimals "
-            << c.decimals << " exponent " << c.exponent;
+        EXPECT_EQ(Show(c.expected), Show(out)) << "case " << &c - kScaledCases;
     }
 }
 

@@ -69,6 +69,13 @@ inline ControlRecord CheckControl(std::uint32_t id, std::u16string label, std::u
     return r;
 }
 
+// Buttons 1 to count, each labelled "B".
+inline std::vector<ControlRecord> Buttons(std::uint32_t count) {
+    std::vector<ControlRecord> records;
+    for (std::uint32_t i = 1; i <= count; ++i) records.push_back(Control(i, kTypeButton, u"B"));
+    return records;
+}
+
 class PanelTest : public ::testing::Test {
 protected:
     void SetUp() override {

@@ -6,12 +6,6 @@ namespace {
 
 using namespace panel_testing;
 
-std::vector<ControlRecord> Buttons(std::uint32_t count) {
-    std::vector<ControlRecord> records;
-    for (std::uint32_t i = 1; i <= count; ++i) records.push_back(Control(i, kTypeButton, u"B"));
-    return records;
-}
-
 // (control id, key) of each planned row.
 std::vector<std::pair<std::uint32_t, int>> Keys() {
     std::vector<std::pair<std::uint32_t, int>> keys;
@@ -35,14 +29,12 @@ TEST_F(RowPlan, HiddenAndMessageControlsGetNoRow) {
     EXPECT_TRUE(PlanControlRows().empty());
 }
 
-TEST_F(RowPlan, KeysByPositionStopAfterTwelveRows) {
+TEST_F(RowPlan, KeysByPositionStopAfterTwelveRowsUntilACustomKeySwitchesEveryRowToItsOwn) {
     SetControls(Buttons(14));
     auto keys = Keys();
     ASSERT_EQ(14u, keys.size());
     for (int r = 0; r < 14; ++r) EXPECT_EQ(r < 12 ? r + 1 : 0, keys[r].second) << r;
-}
 
-TEST_F(RowPlan, OneCustomKeySwitchesEveryRowToItsOwnSetting) {
     std::vector<ControlRecord> records = Buttons(5);
     records[1].flags |= kFlagHidden;
     SetControls(records);

@@ -32,28 +32,12 @@ struct RowCase {
     int image;
 };
 
-class RowText : public PanelTest {
-protected:
-    void Check(std::vector<RowCase> cases) {
-        std::vector<ControlRecord> records;
-        for (const RowCase& c : cases) records.push_back(c.record);
-        SetControls(records);
-        for (const RowCase& c : cases) {
-            const std::uint32_t id = c.record.controlKey;
-            if (c.titleLength) SetLayout(id, kSettingLayoutTitleLength, *c.titleLength);
-            if (c.valueShow) SetLayout(id, kSettingLayoutValueShow, *c.valueShow);
-            if (c.style) SetLayout(id, kSettingLayoutStyle, *c.style);
-        }
-        for (const RowCase& c : cases) {
-            const std::uint32_t id = c.record.controlKey;
-            EXPECT_EQ(Show(c.text), Show(ComposeRowText(id))) << "control " << id;
-            EXPECT_EQ(c.image, RowImage(id)) << "control " << id;
-        }
-    }
-};
+using RowText = PanelTest;
 
-TEST_F(RowText, EachTypeWithItsValuePartAndImage) {
-    Check({
+TEST_F(RowText, EachTypeWithItsValuePartImageTitleLengthAndSeparator) {
+    const std::u16string longTitle(600, u't');
+    const std::u16string cut512 = u" " + std::u16string(512, u't');
+    const RowCase cases[] = {
         {TextControl(1, u"Name", u"Bob"), 8, 4, {}, u" Name: Bob", 1},
         {TextControl(2, u"Note", u"x", kFlagVariant), 8, 3, {}, u" Note:x", 17},
         {TextControl(3, u"Pin", u"abc", kFlagMinimum), 8, 0, {}, u" Pin***", 1},
@@ -84,30 +68,31 @@ TEST_F(RowText, EachTypeWithItsValuePartAndImage) {
         {Control(26, kTypeImage, u"I"), 8, 0, {}, u" II", 21},
         {TextControl(27, u"Say", u"hello", 0, kTypeMessage), 8, 0, {}, u"", 0},
         {Control(28, 15, u"Bad"), 8, 0, {}, u"", 0},
-    });
-}
-
-TEST_F(RowText, ListIndexOutsideTheItemsEmptiesTheWholeRow) {
-    Check({
-        {ListControl(1, u"Mode", {u"Off", u"On"}, -1), 8, 4, {}, u"", 12},
-        {ListControl(2, u"Mode", {u"Off", u"On"}, 2), 8, 4, {}, u"", 12},
-        {ListControl(3, u"Mode", {}, 0), 8, 4, {}, u"", 12},
-        {ListControl(4, u"Mode", {u"Off", u"On"}, 2), 8, 1, {}, u" Mode", 12},  // value hidden
-    });
-}
-
-TEST_F(RowText, TitleLengthAndSeparators) {
-    const std::u16string longTitle(600, u't');
-    const std::u16string cut512 = u" " + std::u16string(512, u't');
-    Check({
-        {TextControl(1, u"Temperature", u"v"), 4, 3, {}, u" Temp:v", 1},
-        {TextControl(2, u"Temperature", u"v"), 0, 4, {}, u" : v", 1},
-        {TextControl(3, u"Temperature", u"v"), {}, 2, {}, u"  v", 1},  // absent: 0
-        {TextControl(4, u"Te", u"v"), 30, 0, {}, u" Tev", 1},           // never padded
-        {TextControl(5, u"Te", u"v"), 30, 7, {}, u" Tev", 1},           // unknown: no separator
-        {TextControl(6, longTitle, u""), -1, 1, {}, cut512.c_str(), 1},
-        {TextControl(7, longTitle, u""), 513, 1, {}, cut512.c_str(), 1},
-    });
+        // A list index outside the items empties the whole row, unless the value is hidden.
+        {ListControl(29, u"Mode", {u"Off", u"On"}, -1), 8, 4, {}, u"", 12},
+        {ListControl(30, u"Mode", {u"Off", u"On"}, 2), 8, 4, {}, u"", 12},
+        {ListControl(31, u"Mode", {}, 0), 8, 4, {}, u"", 12},
+        {ListControl(32, u"Mode", {u"Off", u"On"}, 2), 8, 1, {}, u" Mode", 12},
+        // The title length and the separators.
+        {TextControl(33, u"Temperature", u"v"), 4, 3, {}, u" Temp:v", 1},
+        {TextControl(34, u"Temperature", u"v"), 0, 4, {}, u" : v", 1},
+        {TextControl(35, u"Temperature", u"v"), {}, 2, {}, u"  v", 1},  // absent: 0
+        {TextControl(36, u"Te", u"v"), 30, 0, {}, u" Tev", 1},           // never padded
+        {TextControl(37, u"Te", u"v"), 30, 7, {}, u" Tev", 1},           // unknown: no separator
+        {TextControl(38, longTitle, u""), -1, 1, {}, cut512.c_str(), 1},
+        {TextControl(39, longTitle, u""), 513, 1, {}, cut512.c_str(), 1},
+    };
+    std::vector<ControlRecord> records;
+    for (const RowCase& c : cases) records.push_back(c.record);
+    SetControls(records);
+    for (const RowCase& c : cases) {
+        const std::uint32_t id = c.record.controlKey;
+        if (c.titleLength) SetLayout(id, kSettingLayoutTitleLength, *c.titleLength);
+        if (c.valueShow) SetLayout(id, kSettingLayoutValueShow, *c.valueShow);
+        if (c.style) SetLayout(id, kSettingLayoutStyle, *c.style);
+        EXPECT_EQ(Show(c.text), Show(ComposeRowText(id))) << "control " << id;
+        EXPECT_EQ(c.image, RowImage(id)) << "control " << id;
+    }
 }
 
 TEST_F(RowText, LongValuesStayInsideTheRowBuffer) {
