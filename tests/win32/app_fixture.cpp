@@ -1,11 +1,9 @@
 #include "tests/win32/app_fixture.h"
 
-#include "app/app_state.h"
 #include "app/device_inquiry.h"
 #include "app/device_table.h"
 #include "app/program.h"
 #include "link/link_client.h"
-#include "res/resource.h"
 
 #include <commctrl.h>
 
@@ -67,13 +65,7 @@ void ProgramTest::Start(const Neighbourhood& neighbourhood) {
     SetEnvironmentVariableW(L"TREMOLANTH_DEVICES", neighbourhood.networkDevices.empty()
                                                          ? nullptr
                                                          : neighbourhood.networkDevices.c_str());
-    AppState& app = App();
-    app.deviceListWindow = nullptr;
-    app.panelScreen = nullptr;
-    app.currentDialog = nullptr;
-    app.currentDevice = -1;
-    app.pingTimerRunning = false;
-    app.sendPending = false;
+    App() = AppState{};
     ended_ = false;
     exitCode_ = -1000;
     threadId_ = 0;
@@ -108,29 +100,6 @@ void ProgramTest::SendIdentity(const std::u16string& name, std::uint16_t extraFl
          U32(static_cast<std::uint32_t>(name.size() * 2)) + Utf16(name) + U32(0));
 }
 
-void ProgramTest::SendPanel(const std::vector<Bytes>& records) {
-    Bytes frame = FrameHead(6, 0) + U32(static_cast<std::uint32_t>(records.size()));
-    for (const Bytes& body : records) {
-        frame = frame + U32(static_cast<std::uint32_t>(body.size())) + body;
-    }
-    Send(frame);
-}
-
-void ProgramTest::Send(const Bytes& bytes) { ASSERT_TRUE(SendPeer(device, bytes)); }
-
-Bytes ProgramTest::ReadFromClient(std::size_t n) { return ReadPeer(device, n); }
-
-bool ProgramTest::ClientSentNothingMore() { return DrainPeer(device).empty(); }
-
-HWND ProgramTest::DeviceList() const { return App().deviceListWindow; }
-HWND ProgramTest::PanelScreen() const { return App().panelScreen; }
-HWND ProgramTest::DeviceListView() const { return GetDlgItem(DeviceList(), IDC_DEVICE_LIST); }
-HWND ProgramTest::PanelListView() const { return GetDlgItem(PanelScreen(), IDC_PANEL_LIST); }
-
-bool ProgramTest::PanelScreenOpen() const {
-    return PanelScreen() && IsWindow(PanelScreen()) && IsWindowVisible(PanelScreen());
-}
-
 bool ProgramTest::WaitForPanelRows(int rows) {
     return WaitUntil([&] {
         return PanelScreenOpen() && ListView_GetItemCount(PanelListView()) == rows;
@@ -161,14 +130,6 @@ void ProgramTest::Sync() {
     UnhookWindowsHookEx(hook);
 }
 
-void ProgramTest::PostKey(HWND window, WPARAM key) const {
-    PostMessageW(window, WM_KEYDOWN, key, 1);
-}
-
-void ProgramTest::PostCommand(HWND window, int command) const {
-    PostMessageW(window, WM_COMMAND, MAKEWPARAM(command, 0), 0);
-}
-
 std::vector<std::wstring> ColumnTexts(HWND list, int column) {
     std::vector<std::wstring> texts;
     int count = ListView_GetItemCount(list);
@@ -182,22 +143,12 @@ std::vector<std::wstring> ColumnTexts(HWND list, int column) {
 
 int SelectedRow(HWND list) { return ListView_GetNextItem(list, -1, LVNI_SELECTED); }
 
-namespace {
-Bytes Label(const std::u16string& label) {
-    return U32(1) + U8({'Z'}) + U32(static_cast<std::uint32_t>(label.size() * 2)) + Utf16(label);
-}
-Bytes OneByteRecord(char tag, std::uint32_t key, std::uint8_t value, const std::u16string& label) {
-    return U16(static_cast<std::uint16_t>(tag)) + U32(0x4) + U32(key) + U32(1) + U8({value}) +
-           Label(label);
-}
-}  // namespace
-
 Bytes SectionRecord(std::uint32_t key, std::uint8_t value, const std::u16string& label) {
-    return OneByteRecord('S', key, value, label);
+    return CommonPart('S', 0x4, key) + U32(1) + U8({value}) + AttributeBlock({{'Z', Utf16(label)}});
 }
 
 Bytes ButtonRecord(std::uint32_t key, const std::u16string& label) {
-    return OneByteRecord('B', key, 0, label);
+    return CommonPart('B', 0x4, key) + U32(1) + U8({0}) + AttributeBlock({{'Z', Utf16(label)}});
 }
 
 }  // namespace app_testing

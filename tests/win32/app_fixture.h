@@ -3,9 +3,11 @@
 // on a loopback socket. Message boxes and browser launches are recorded.
 #pragma once
 
+#include "app/app_state.h"
 #include "app/bluetooth.h"
+#include "res/resource.h"
 #include "tests/support/recorders.h"
-#include "tests/support/wire_builder.h"
+#include "tests/support/records.h"
 
 #include <windows.h>
 
@@ -49,23 +51,26 @@ protected:
     void ConnectFake(int row = 0);
     // Plays the device's identity (header flags 0x1 set: the text is UTF-16).
     void SendIdentity(const std::u16string& name, std::uint16_t extraFlags = 0);
-    void SendPanel(const std::vector<Bytes>& records);
-    void Send(const Bytes& bytes);
+    void Send(const Bytes& bytes) { ASSERT_TRUE(testing_support::SendPeer(device, bytes)); }
     // The next frame head the client sends, and what follows it.
-    Bytes ReadFromClient(std::size_t n);
-    bool ClientSentNothingMore();
+    Bytes ReadFromClient(std::size_t n) { return testing_support::ReadPeer(device, n); }
+    bool ClientSentNothingMore() { return testing_support::DrainPeer(device).empty(); }
 
-    HWND DeviceList() const;
-    HWND PanelScreen() const;
-    HWND DeviceListView() const;
-    HWND PanelListView() const;
-    bool PanelScreenOpen() const;
+    HWND DeviceList() const { return App().deviceListWindow; }
+    HWND PanelScreen() const { return App().panelScreen; }
+    HWND DeviceListView() const { return GetDlgItem(DeviceList(), IDC_DEVICE_LIST); }
+    HWND PanelListView() const { return GetDlgItem(PanelScreen(), IDC_PANEL_LIST); }
+    bool PanelScreenOpen() const {
+        return IsWindow(PanelScreen()) && IsWindowVisible(PanelScreen());
+    }
     bool WaitForPanelRows(int rows);
 
     // Lets the program's thread handle everything posted before this call.
     void Sync();
-    void PostKey(HWND window, WPARAM key) const;
-    void PostCommand(HWND window, int command) const;
+    void PostKey(HWND window, WPARAM key) const { PostMessageW(window, WM_KEYDOWN, key, 1); }
+    void PostCommand(HWND window, int command) const {
+        PostMessageW(window, WM_COMMAND, MAKEWPARAM(command, 0), 0);
+    }
 
     testing_support::MessageBoxRecorder boxes;
     plat::SocketHandle listener = plat::kInvalidSocket;

@@ -32,7 +32,7 @@ protected:
         // Timer 2 ticks only when a test posts it.
         plat::SettingsWrite(name, DeviceSettingName(0, kSettingPingSeconds), 3600);
         SendIdentity(name, identityFlags);
-        SendPanel(records);
+        Send(PanelFrame(records));
         ASSERT_TRUE(WaitForPanelRows(static_cast<int>(records.size())));
     }
     void ExpectClosed() {
@@ -41,20 +41,29 @@ protected:
         EXPECT_EQ(plat::kInvalidSocket, Devices().socket);
         EXPECT_TRUE(IsWindowVisible(DeviceList()));
     }
+    void Tick() { PostMessageW(PanelScreen(), WM_TIMER, 2, 0); }
     std::u16string name;
 };
 
-TEST_F(PanelTest, PanelArrivesAsRowsUnderTheDevicesName) {
-    Open({ButtonRecord(1, u"Start"), SectionRecord(2, 0, u"Door"), ButtonRecord(3, u"Stop")});
-    auto rows = ColumnTexts(PanelListView(), 0);
-    ASSERT_EQ(3u, rows.size());
-    EXPECT_EQ(0u, rows[0].find(L" Start"));
+TEST_F(PanelTest, PanelArrivesAsRowsUnderTheDevicesNameAndFastKeysSelectThem) {
+    std::vector<Bytes> records = {ButtonRecord(1, u"Start"), SectionRecord(2, 0, u"Door")};
+    for (std::uint32_t i = 3; i <= 12; ++i) records.push_back(ButtonRecord(i, u"B"));
+    Open(records);
+    EXPECT_EQ(0u, ColumnTexts(PanelListView(), 0)[0].find(L" Start"));
     wchar_t caption[128] = {};
     GetWindowTextW(App().mainWindow, caption, 128);
     EXPECT_EQ(std::wstring(name.begin(), name.end()), caption);
     EXPECT_EQ(L"Done", ShellSoftKeyLabel(PanelScreen(), kLeftSoftKey));
     EXPECT_EQ(L"Menu", ShellSoftKeyLabel(PanelScreen(), kRightSoftKey));
     EXPECT_EQ(0u, boxes.Count());
+    // '*' arrives as VK_F8 and '#' as VK_F9; the keypad types digits.
+    const std::pair<WPARAM, int> keys[] = {{'3', 2},         {VK_NUMPAD5, 4}, {'0', 10},
+                                           {VK_MULTIPLY, 9}, {VK_F9, 11},     {'1', 0}};
+    for (const auto& [key, row] : keys) {
+        PostKey(PanelListView(), key);
+        Sync();
+        EXPECT_EQ(row, SelectedRow(PanelListView())) << key;
+    }
 }
 
 TEST_F(PanelTest, EmptyPanelSaysSoAndKeepsTheScreen) {
@@ -63,8 +72,7 @@ TEST_F(PanelTest, EmptyPanelSaysSoAndKeepsTheScreen) {
     EXPECT_EQ(static_cast<unsigned>(MB_ICONASTERISK), boxes.Boxes()[0].flags);
     EXPECT_TRUE(PanelScreenOpen());
     // The next message is still read: reception goes on.
-    Send(FrameHead(6, 0) + U32(1) + U32(static_cast<std::uint32_t>(ButtonRecord(1, u"B").size())) +
-         ButtonRecord(1, u"B"));
+    Send(PanelFrame({ButtonRecord(1, u"B")}));
     EXPECT_TRUE(WaitForPanelRows(1));
 }
 
@@ -79,10 +87,11 @@ TEST_F(PanelTest, UnintelligibleDataStopsReception) {
     EXPECT_TRUE(PanelScreenOpen());
 }
 
-TEST_F(PanelTest, DoneLetsHeldSectionsGoOneAtATimeBeforeClosing) {
+TEST_F(PanelTest, DoneAndTheLeftSoftKeyLetHeldSectionsGoOneAtATimeThenBackCloses) {
     Open({SectionRecord(1, 255, u"Upper"), ButtonRecord(2, u"B"), SectionRecord(3, 255, u"Lower")});
     for (std::uint32_t expected : {3u, 1u}) {
-        PostCommand(PanelScreen(), IDC_DONE);
+        if (expected == 3) PostCommand(PanelScreen(), IDC_DONE);
+        else PostKey(PanelListView(), VK_F1);
         // A value message for the bottom-most held section, which is now off.
         ASSERT_EQ(FrameHead(7, 2), ReadFromClient(20)) << expected;
         DrainPeer(device);
@@ -98,29 +107,29 @@ TEST_F(PanelTest, DoneLetsHeldSectionsGoOneAtATimeBeforeClosing) {
     ExpectClosed();
 }
 
-TEST_F(PanelTest, LeftSoftKeyIsDone) {
-    Open({ButtonRecord(1, u"B")});
-    PostKey(PanelListView(), VK_F1);
-    EXPECT_EQ(kGoodbye, ReadFromClient(20));
-    ExpectClosed();
-}
-
 // An editor stand-in on the test's thread, which records the close request.
 bool g_editorClosed = false;
 LRESULT CALLBACK EditorProc(HWND window, UINT message, WPARAM w, LPARAM l) {
     if (message == kCloseMessage) g_editorClosed = true;
     return DefWindowProcW(window, message, w, l);
 }
-HWND MakeEditor() {
-    g_editorClosed = false;
-    WNDCLASSW wc{};
-    wc.lpfnWndProc = EditorProc;
-    wc.hInstance = GetModuleHandleW(nullptr);
-    wc.lpszClassName = L"TmqTestEditor";
-    RegisterClassW(&wc);
-    return CreateWindowW(L"TmqTestEditor", L"", 0, 0, 0, 1, 1, HWND_MESSAGE, nullptr,
-                         wc.hInstance, nullptr);
-}
+struct Editor {
+    Editor() {
+        g_editorClosed = false;
+        WNDCLASSW wc{};
+        wc.lpfnWndProc = EditorProc;
+        wc.hInstance = GetModuleHandleW(nullptr);
+        wc.lpszClassName = L"TmqTestEditor";
+        RegisterClassW(&wc);
+        App().currentDialog = window = CreateWindowW(L"TmqTestEditor", L"", 0, 0, 0, 1, 1,
+                                                     HWND_MESSAGE, nullptr, wc.hInstance, nullptr);
+    }
+    ~Editor() {
+        App().currentDialog = nullptr;
+        DestroyWindow(window);
+    }
+    HWND window;
+};
 // Waits while answering the messages the program sends to the editor.
 bool PumpUntil(const std::function<bool()>& condition) {
     return WaitUntil([&] {
@@ -132,49 +141,35 @@ bool PumpUntil(const std::function<bool()>& condition) {
 
 TEST_F(PanelTest, SessionEndClosesTheEditorAndTheScreen) {
     Open({ButtonRecord(1, u"B")});
-    HWND editor = MakeEditor();
-    App().currentDialog = editor;
+    Editor editor;
     Send(FrameHead(1, 0));
     EXPECT_TRUE(PumpUntil([] { return g_editorClosed; }));
     EXPECT_EQ(kGoodbye, ReadFromClient(20));
     ExpectClosed();
-    App().currentDialog = nullptr;
-    DestroyWindow(editor);
 }
 
 TEST_F(PanelTest, SessionEndWithStayOpenKeepsBothAndClosesTheSocket) {
     Open({ButtonRecord(1, u"B")}, 0x10);
-    HWND editor = MakeEditor();
-    App().currentDialog = editor;
-    Send(FrameHead(1, 0));
-    EXPECT_EQ(kGoodbye, ReadFromClient(20));
-    ASSERT_TRUE(PumpUntil([] { return Devices().socket == plat::kInvalidSocket; }));
-    Sync();
-    EXPECT_FALSE(g_editorClosed);
-    EXPECT_TRUE(PanelScreenOpen());
-    EXPECT_EQ(-1, App().currentDevice);
-    App().currentDialog = nullptr;
-    DestroyWindow(editor);
+    {
+        Editor editor;
+        Send(FrameHead(1, 0));
+        EXPECT_EQ(kGoodbye, ReadFromClient(20));
+        ASSERT_TRUE(PumpUntil([] { return Devices().socket == plat::kInvalidSocket; }));
+        Sync();
+        EXPECT_FALSE(g_editorClosed);
+        EXPECT_TRUE(PanelScreenOpen());
+        EXPECT_EQ(-1, App().currentDevice);
+    }
     // Done still leaves, without a link to say goodbye on.
     PostCommand(PanelScreen(), IDC_DONE);
     ExpectClosed();
 }
 
-TEST_F(PanelTest, PingNeverAnsweredDisconnects) {
+TEST_F(PanelTest, AnsweredPingsKeepTheLinkUnwantedOnesAreNotSentAndAnUnansweredOneDisconnects) {
     Open({ButtonRecord(1, u"B")});
     ASSERT_TRUE(WaitUntil([] { return App().pingTimerRunning; }));
-    // Two ticks of timer 2: the first pings, the second finds the ping unanswered.
-    PostMessageW(PanelScreen(), WM_TIMER, 2, 0);
-    EXPECT_EQ(FrameHead(10, 2), ReadFromClient(20));
-    PostMessageW(PanelScreen(), WM_TIMER, 2, 0);
-    EXPECT_EQ(kGoodbye, ReadFromClient(20));
-    ExpectClosed();
-}
-
-TEST_F(PanelTest, AnsweredPingsKeepTheLinkAndDevicesWithoutPingsAreNotPinged) {
-    Open({ButtonRecord(1, u"B")});
     for (int tick = 0; tick < 2; ++tick) {
-        PostMessageW(PanelScreen(), WM_TIMER, 2, 0);
+        Tick();
         EXPECT_EQ(FrameHead(10, 2), ReadFromClient(20));
         Send(FrameHead(11, 0));
         ASSERT_TRUE(WaitUntil([] { return Link().pingPending == 0; }));
@@ -182,40 +177,26 @@ TEST_F(PanelTest, AnsweredPingsKeepTheLinkAndDevicesWithoutPingsAreNotPinged) {
     SendIdentity(name, 0x2);  // pings not wanted
     ASSERT_TRUE(WaitUntil([] { return Link().sessionFlagA == 0; }));
     Sync();
-    PostMessageW(PanelScreen(), WM_TIMER, 2, 0);
+    Tick();
     Sync();
     EXPECT_TRUE(ClientSentNothingMore());
     EXPECT_TRUE(PanelScreenOpen());
+    SendIdentity(name);  // wanted again
+    ASSERT_TRUE(WaitUntil([] { return Link().sessionFlagA == 1; }));
+    // Two ticks of timer 2: the first pings, the second finds the ping unanswered.
+    Tick();
+    EXPECT_EQ(FrameHead(10, 2), ReadFromClient(20));
+    Tick();
+    EXPECT_EQ(kGoodbye, ReadFromClient(20));
+    ExpectClosed();
 }
 
-TEST_F(PanelTest, DefaultLayoutSendsItsRequest) {
+TEST_F(PanelTest, DefaultLayoutAndReloadSendTheirRequests) {
     Open({ButtonRecord(1, u"B")});
     PostCommand(PanelScreen(), IDC_DEFAULT_LAYOUT);
     EXPECT_EQ(FrameHead(18, 2) + U32(0x300), ReadFromClient(24));
-}
-
-TEST_F(PanelTest, ReloadAsksForThePanelAgain) {
-    Open({ButtonRecord(1, u"B")});
-    Send(FrameHead(15, 0));
+    Send(FrameHead(15, 0));  // reload: the client asks for the panel again
     EXPECT_EQ(FrameHead(1, 2), ReadFromClient(20));
-}
-
-TEST_F(PanelTest, FastKeysSelectTheirRows) {
-    std::vector<Bytes> records;
-    for (std::uint32_t i = 1; i <= 12; ++i) records.push_back(ButtonRecord(i, u"B"));
-    Open(records);
-    struct KeyCase {
-        WPARAM key;
-        int row;
-    };
-    // '*' arrives as VK_F8 and '#' as VK_F9; the keypad types digits.
-    const KeyCase cases[] = {{'3', 2}, {VK_NUMPAD5, 4}, {'0', 10}, {VK_MULTIPLY, 9},
-                             {VK_F9, 11}, {'1', 0}};
-    for (const KeyCase& c : cases) {
-        PostKey(PanelListView(), c.key);
-        Sync();
-        EXPECT_EQ(c.row, SelectedRow(PanelListView())) << c.key;
-    }
 }
 
 std::vector<std::u16string> g_launched;

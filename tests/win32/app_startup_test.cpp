@@ -36,11 +36,14 @@ TEST_F(StartupTest, FailedInquiryWithoutNetworkDevicesEndsTheProgram) {
     EXPECT_FALSE(Link().initialised);  // shut down on the way out
 }
 
-TEST_F(StartupTest, FailedInquiryWithNetworkDevicesListsThem) {
-    Start({{}, 10050, L"Bench=127.0.0.1:4000;Lab=localhost:4001"});
+TEST_F(StartupTest, FailedInquiryWithNetworkDevicesListsThemAndReportsMalformedEntries) {
+    Start({{}, 10050, L"Bench=127.0.0.1:4000;Bad=h:x;Lab=localhost:4001"});
     ASSERT_TRUE(DeviceList());
     EXPECT_EQ((std::vector<std::wstring>{L" Bench", L" Lab"}), ColumnTexts(DeviceListView(), 0));
-    EXPECT_EQ(0u, boxes.Count());
+    auto shown = boxes.Boxes();
+    ASSERT_EQ(1u, shown.size()) << "no box for the failed inquiry";
+    EXPECT_NE(std::u16string::npos, shown[0].text.find(u"\"Bad=h:x\""));
+    EXPECT_EQ(static_cast<unsigned>(MB_ICONEXCLAMATION), shown[0].flags);
 }
 
 struct ListCase {
@@ -77,17 +80,6 @@ TEST_F(StartupTest, RowsAreNumberedForTheKeysAndCappedAtSixteen) {
     }
 }
 
-TEST_F(StartupTest, DigitBeyondTheDevicesDoesNothing) {
-    Start({NamedDevices(3), 0, L""});
-    ASSERT_TRUE(DeviceList());
-    PostKey(DeviceListView(), '5');
-    PostKey(DeviceListView(), VK_NUMPAD0);  // the tenth device, absent too
-    Sync();
-    EXPECT_EQ(0u, boxes.Count());
-    EXPECT_EQ(-1, App().currentDevice);
-    EXPECT_EQ(0, SelectedRow(DeviceListView()));
-}
-
 TEST_F(StartupTest, UnreachableDeviceSaysSoAndKeepsTheList) {
     // A Bluetooth device cannot be reached here; a closed port cannot be either.
     Start({NamedDevices(2), 0, L"Gone=127.0.0.1:1"});
@@ -105,7 +97,7 @@ TEST_F(StartupTest, UnreachableDeviceSaysSoAndKeepsTheList) {
     }
 }
 
-TEST_F(StartupTest, EmptySearchSaysSoAndARescanFillsTheList) {
+TEST_F(StartupTest, EmptySearchSaysSoARescanFillsTheListAndAFailedOneKeepsIt) {
     Start({{}, 0, L""});
     ASSERT_TRUE(DeviceList());
     EXPECT_TRUE(boxes.Has(kNoDevices));
@@ -115,44 +107,12 @@ TEST_F(StartupTest, EmptySearchSaysSoAndARescanFillsTheList) {
     PostCommand(DeviceList(), IDC_SCAN);
     ASSERT_TRUE(WaitUntil([&] { return ListView_GetItemCount(DeviceListView()) == 1; }));
     EXPECT_EQ(L"1", ColumnTexts(DeviceListView(), 1)[0]);  // the columns exist after all
-}
 
-TEST_F(StartupTest, FailedRescanShowsTheFaultAndKeepsTheList) {
-    Start({NamedDevices(2), 0, L""});
-    ASSERT_TRUE(DeviceList());
+    SetEnvironmentVariableW(L"TREMOLANTH_DEVICES", nullptr);
     SetBluetoothResult(10050);
     PostCommand(DeviceList(), IDC_SCAN);
     ASSERT_TRUE(WaitUntil([&] { return boxes.HasFault(523, "tremolanth22", 10050); }));
-    EXPECT_EQ(2, ListView_GetItemCount(DeviceListView()));
-}
-
-TEST_F(StartupTest, MalformedNetworkEntriesAreReportedAndSkipped) {
-    Start({{}, 10050, L"Good=h:1;Bad=h:x"});
-    ASSERT_TRUE(DeviceList());
-    EXPECT_EQ(std::vector<std::wstring>{L" Good"}, ColumnTexts(DeviceListView(), 0));
-    auto shown = boxes.Boxes();
-    ASSERT_EQ(1u, shown.size());
-    EXPECT_NE(std::u16string::npos, shown[0].text.find(u"\"Bad=h:x\""));
-    EXPECT_EQ(static_cast<unsigned>(MB_ICONEXCLAMATION), shown[0].flags);
-}
-
-TEST_F(StartupTest, BackOnTheListEndsTheProgram) {
-    Start({NamedDevices(1), 0, L""});
-    ASSERT_TRUE(DeviceList());
-    PostCommand(DeviceList(), IDCANCEL);
-    ASSERT_TRUE(WaitForEnd());
-    EXPECT_EQ(0, ExitCode());
-    EXPECT_FALSE(IsWindow(App().mainWindow));
-}
-
-TEST_F(StartupTest, SoftKeysAreLabelledFromTheMenu) {
-    Start({NamedDevices(1), 0, L""});
-    ASSERT_TRUE(DeviceList());
-    EXPECT_EQ(L"Connect", ShellSoftKeyLabel(DeviceList(), kLeftSoftKey));
-    EXPECT_EQ(L"Menu", ShellSoftKeyLabel(DeviceList(), kRightSoftKey));
-    wchar_t caption[64] = {};
-    GetWindowTextW(App().mainWindow, caption, 64);
-    EXPECT_STREQ(L"Devices in range", caption);
+    EXPECT_EQ(1, ListView_GetItemCount(DeviceListView()));
 }
 
 HWND g_about = nullptr;
@@ -161,9 +121,23 @@ BOOL CALLBACK FindAbout(HWND window, LPARAM) {
     return TRUE;
 }
 
-TEST_F(StartupTest, AboutShowsTheBuildStampAndClosesWithBack) {
-    Start({NamedDevices(1), 0, L""});
+TEST_F(StartupTest, SoftKeysCaptionIdleDigitsAboutAndBack) {
+    Start({NamedDevices(3), 0, L""});
     ASSERT_TRUE(DeviceList());
+    EXPECT_EQ(L"Connect", ShellSoftKeyLabel(DeviceList(), kLeftSoftKey));
+    EXPECT_EQ(L"Menu", ShellSoftKeyLabel(DeviceList(), kRightSoftKey));
+    wchar_t caption[64] = {};
+    GetWindowTextW(App().mainWindow, caption, 64);
+    EXPECT_STREQ(L"Devices in range", caption);
+
+    // A digit beyond the devices does nothing.
+    PostKey(DeviceListView(), '5');
+    PostKey(DeviceListView(), VK_NUMPAD0);  // the tenth device, absent too
+    Sync();
+    EXPECT_EQ(0u, boxes.Count());
+    EXPECT_EQ(-1, App().currentDevice);
+    EXPECT_EQ(0, SelectedRow(DeviceListView()));
+
     PostCommand(DeviceList(), IDC_ABOUT);
     DWORD thread = GetWindowThreadProcessId(DeviceList(), nullptr);
     g_about = nullptr;
@@ -178,6 +152,11 @@ TEST_F(StartupTest, AboutShowsTheBuildStampAndClosesWithBack) {
         << std::wstring(stamp).c_str();
     PostCommand(g_about, IDCANCEL);
     ASSERT_TRUE(WaitUntil([&] { return !IsWindow(g_about); }));
+
+    PostCommand(DeviceList(), IDCANCEL);  // Back on the list ends the program
+    ASSERT_TRUE(WaitForEnd());
+    EXPECT_EQ(0, ExitCode());
+    EXPECT_FALSE(IsWindow(App().mainWindow));
 }
 
 TEST_F(StartupTest, MenuBarFailureStopsTheStart) {

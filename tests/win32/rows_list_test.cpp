@@ -31,7 +31,12 @@ struct Row {
     int image;
     std::uint32_t id;
     std::u16string key;
+    bool operator==(const Row&) const = default;
 };
+void PrintTo(const Row& r, std::ostream* out) {
+    *out << '"' << plat::Utf16ToUtf8(r.text) << "\" image " << r.image << " id " << r.id
+         << " key \"" << plat::Utf16ToUtf8(r.key) << '"';
+}
 
 class RowsWindow : public PanelTest {
 protected:
@@ -99,11 +104,6 @@ protected:
         return ids;
     }
     int Selected() { return ListView_GetNextItem(list, -1, LVNI_SELECTED); }
-    void Buttons(std::uint32_t n) {
-        std::vector<ControlRecord> records;
-        for (std::uint32_t i = 1; i <= n; ++i) records.push_back(Control(i, kTypeButton, u"B"));
-        SetControls(records);
-    }
 
     static inline HWND dialog, mainWindow, list, view;
     static inline HIMAGELIST images;
@@ -118,16 +118,10 @@ TEST_F(RowsWindow, FillShowsTextsImagesIdsAndKeys) {
     SetLayout(5, kSettingLayoutValueShow, 4);
     SetLayout(8, kSettingLayoutValueShow, 1);
     FillControlRows(dialog);
-    std::vector<Row> rows = Rows();
-    ASSERT_EQ(3u, rows.size());
-    EXPECT_EQ(u" Volt: 12.3 V", rows[0].text);
-    EXPECT_EQ(13, rows[0].image);
-    EXPECT_EQ(u"1", rows[0].key);
-    EXPECT_EQ(u" ", rows[1].text);
-    EXPECT_EQ(3, rows[1].image);
-    EXPECT_EQ(8u, rows[1].id);
-    EXPECT_EQ(u"", rows[2].text) << "a list index outside its items";
-    EXPECT_EQ(u"3", rows[2].key);
+    // No rows for the hidden button and the Message; a list index outside its items.
+    EXPECT_EQ((std::vector<Row>{{u" Volt: 12.3 V", 13, 5, u"1"}, {u" ", 3, 8, u"2"},
+                                {u"", 12, 9, u"3"}}),
+              Rows());
     EXPECT_EQ(0, Selected());
     EXPECT_EQ(8u, FastKeys().controlIds[1]);
     EXPECT_EQ(1, FastKeys().rows[1]);
@@ -138,7 +132,7 @@ TEST_F(RowsWindow, FillShowsTextsImagesIdsAndKeys) {
 }
 
 TEST_F(RowsWindow, ManyRowsCustomKeysAndTheRememberedSelection) {
-    Buttons(14);
+    SetControls(Buttons(14));
     FillControlRows(dialog);
     std::vector<Row> rows = Rows();
     ASSERT_EQ(14u, rows.size());
@@ -155,7 +149,7 @@ TEST_F(RowsWindow, ManyRowsCustomKeysAndTheRememberedSelection) {
     EXPECT_EQ(u"", Rows()[0].key);
     EXPECT_EQ(1u, FastKeys().controlIds[0]) << "key 1 keeps what the earlier fill gave it";
 
-    Buttons(2);
+    SetControls(Buttons(2));
     FillControlRows(dialog);
     EXPECT_EQ(0, Selected());
     EXPECT_EQ(162, ListView_GetColumnWidth(list, 0));
@@ -186,7 +180,7 @@ TEST_F(RowsWindow, ValueUpdatesRefreshOnlyMarkedRowsAndTellTheDataView) {
 }
 
 TEST_F(RowsWindow, LayoutUpdatesHideShowBringIntoViewAndRaiseMessages) {
-    Buttons(30);
+    SetControls(Buttons(30));
     Controls().records.push_back(TextControl(31, u"M", u"Tank empty", 0x20000, kTypeMessage));
     FillControlRows(dialog);
     App().currentDialog = view;
