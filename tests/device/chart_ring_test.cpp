@@ -9,14 +9,13 @@
 using namespace testing_support;
 
 TEST(DeviceChartRing, RowCounterCountsThenTurnsNegativeWhenTheRingWraps) {
-    struct Case {
-        int rowsAdded;
-        std::int32_t counter;
-    } cases[] = {{0, 0}, {2, 2}, {3, 3}, {4, -1}, {5, -2}, {6, 3}, {7, -1}};
-    for (const Case& c : cases) {
+    // (rows added, counter) in a ring of three rows.
+    const std::pair<int, std::int32_t> cases[] = {{0, 0},  {2, 2}, {3, 3}, {4, -1},
+                                                  {5, -2}, {6, 3}, {7, -1}};
+    for (const auto& [rowsAdded, counter] : cases) {
         dev::ChartRing ring = dev::MakeChartRing(0, 3, 1);
-        for (int i = 0; i < c.rowsAdded; ++i) dev::AddChartRow(ring, {}, {i});
-        EXPECT_EQ(c.counter, dev::ChartRowCounter(ring)) << c.rowsAdded << " rows";
+        for (int i = 0; i < rowsAdded; ++i) dev::AddChartRow(ring, {}, {i});
+        EXPECT_EQ(counter, dev::ChartRowCounter(ring)) << rowsAdded << " rows";
     }
 }
 
@@ -37,11 +36,8 @@ TEST(DeviceChartRing, SeriesMajorTableNumericSamplesAndCounter) {
 }
 
 TEST(DeviceChartRing, SampleKindsInTheBlockAndInAValueUpdate) {
-    dev::ChartSample a;
-    a.time = {1, 2, 3, 4, 5, 6, 2007};
-    a.label = "a";
-    dev::ChartSample b = a;
-    b.label = "bc";
+    const dev::DateTime time{1, 2, 3, 4, 5, 6, 2007};
+    const dev::ChartSample a{0, time, "a"}, b{0, time, "bc"};
 
     dev::ChartRing times = dev::MakeChartRing(dev::kSamplesDateTime | dev::kDataWidth8, 2, 1);
     dev::AddChartRow(times, a, {9});

@@ -5,6 +5,8 @@
 
 #include <gtest/gtest.h>
 
+#include <sstream>
+
 using namespace testing_support;
 
 namespace {
@@ -13,8 +15,22 @@ constexpr std::uint32_t kBlobKey = 22;
 
 bool IsBlob(std::uint32_t key) { return key == kBlobKey; }
 
+// "type/flags", then a value message's count, items ("key=hex", "+" marking a Blob's empty
+// trailer) and cut, and the default layout request's payload.
+std::string Describe(const dev::ClientMessage& m) {
+    std::ostringstream s;
+    s << m.type << "/" << m.flags;
+    if (m.type == 7) s << " count " << m.count;
+    for (const dev::ValueItem& item : m.items) {
+        s << " " << item.key << (item.blobTrailer ? "+=" : "=") << Hex(item.data);
+    }
+    if (m.truncated) s << " cut";
+    if (m.payload) s << " payload " << m.payload;
+    return s.str();
+}
+
 struct Decoded {
-    std::vector<dev::ClientMessage> messages;
+    std::vector<std::string> messages;
     std::vector<std::string> errors;
 };
 
@@ -32,13 +48,11 @@ Decoded DecodeStream(const Bytes& stream, std::size_t piece) {
             buffer.erase(buffer.begin(), buffer.begin() + static_cast<std::ptrdiff_t>(o.consumed));
             if (o.status == dev::DecodeStatus::kNeedMore) break;
             if (o.status == dev::DecodeStatus::kMalformed) out.errors.push_back(o.error);
-            else out.messages.push_back(m);
+            else out.messages.push_back(Describe(m));
         }
     }
     return out;
 }
-
-Decoded DecodeWhole(const Bytes& stream) { return DecodeStream(stream, stream.size()); }
 
 Bytes Item(std::uint32_t key, const Bytes& data) {
     return U32(key) + U32(static_cast<std::uint32_t>(data.size())) + data;
@@ -46,68 +60,29 @@ Bytes Item(std::uint32_t key, const Bytes& data) {
 
 }  // namespace
 
-TEST(DeviceClientMessages, HeadOnlyFramesAndTheDefaultLayoutPayload) {
-    const Bytes stream = FrameHead(1, 2) + FrameHead(4, 2) + FrameHead(10, 2) + FrameHead(12, 2) +
-                         FrameHead(14, 2) + FrameHead(18, 2) + U32(0x300);
-    Decoded d = DecodeWhole(stream);
-    ASSERT_EQ(6u, d.messages.size());
-    const std::uint16_t types[] = {1, 4, 10, 12, 14, 18};
-    for (std::size_t i = 0; i < 6; ++i) {
-        EXPECT_EQ(types[i], d.messages[i].type);
-        EXPECT_EQ(2, d.messages[i].flags);
-    }
-    EXPECT_EQ(0x300u, d.messages[5].payload);
-    EXPECT_TRUE(d.errors.empty());
-}
-
-TEST(DeviceClientMessages, ValueItemsWithTheBlobsUncountedEmptyItem) {
-    const Bytes stream = FrameHead(7, 2) + U32(3) + Item(4, U8({255})) +
-                         Item(kBlobKey, Ascii("url")) + Item(kBlobKey, {}) +
-                         Item(30, Bytes(68, 0x31)) + FrameHead(10, 2);
-    Decoded d = DecodeWhole(stream);
-    ASSERT_EQ(2u, d.messages.size());
-    const dev::ClientMessage& m = d.messages[0];
-    EXPECT_EQ(7, m.type);
-    EXPECT_EQ(3u, m.count);
-    ASSERT_EQ(4u, m.items.size());
-    EXPECT_EQ(Hex(U8({255})), Hex(m.items[0].data));
-    EXPECT_EQ(kBlobKey, m.items[1].key);
-    EXPECT_FALSE(m.items[1].blobTrailer);
-    EXPECT_EQ(kBlobKey, m.items[2].key);
-    EXPECT_TRUE(m.items[2].blobTrailer);
-    EXPECT_TRUE(m.items[2].data.empty());
-    EXPECT_EQ(30u, m.items[3].key);
-    EXPECT_EQ(68u, m.items[3].data.size());
-    EXPECT_FALSE(m.truncated);
-    EXPECT_EQ(10, d.messages[1].type) << "the frame after the items is read in step";
-}
-
-TEST(DeviceClientMessages, EverySplitOfTheStreamGivesTheSameMessages) {
-    const Bytes stream = U8({0x48, 0xEF, 0xF0, 0x01}) + FrameHead(7, 2) + U32(2) +
-                         Item(9, U32(300)) + Item(kBlobKey, U8({1, 2})) + Item(kBlobKey, {}) +
-                         U8({0x48, 0xEF, 0xF0}) + FrameHead(18, 2) + U32(0x300);
+TEST(DeviceClientMessages, EveryFrameTheClientSendsInEverySplitOfTheStream) {
+    const Bytes big(68, 0x31);
+    const Bytes stream =
+        U8({0x48, 0xEF, 0xF0, 0x01}) + FrameHead(1, 2) + FrameHead(4, 2) + FrameHead(10, 2) +
+        FrameHead(12, 2) + FrameHead(14, 2) +
+        // The Blob's empty item follows it outside the count.
+        FrameHead(7, 2) + U32(3) + Item(4, U8({255})) + Item(kBlobKey, Ascii("url")) +
+        Item(kBlobKey, {}) + Item(30, big) + U8({0x48, 0xEF, 0xF0}) +
+        // The client stops a value message at a control it cannot send and sends on later.
+        FrameHead(7, 2) + U32(3) + Item(9, U32(300)) + FrameHead(18, 2) + U32(0x300);
+    const std::vector<std::string> expected = {
+        "1/2", "4/2", "10/2", "12/2", "14/2",
+        "7/2 count 3 4=FF 22=75 72 6C 22+= 30=" + Hex(big),
+        "7/2 count 3 9=2C 01 00 00 cut", "18/2 payload 768"};
     for (std::size_t piece = 1; piece <= stream.size(); ++piece) {
         Decoded d = DecodeStream(stream, piece);
-        ASSERT_EQ(2u, d.messages.size()) << "pieces of " << piece;
-        EXPECT_EQ(3u, d.messages[0].items.size()) << "pieces of " << piece;
-        EXPECT_EQ(Hex(U32(300)), Hex(d.messages[0].items[0].data));
-        EXPECT_EQ(0x300u, d.messages[1].payload) << "pieces of " << piece;
-        EXPECT_TRUE(d.errors.empty());
+        EXPECT_EQ(expected, d.messages) << "pieces of " << piece;
+        EXPECT_TRUE(d.errors.empty()) << "pieces of " << piece;
     }
-}
-
-TEST(DeviceClientMessages, AMessageCutShortByTheNextFrameEndsThere) {
-    // The client stops a value message at a control it cannot send and sends on later.
-    const Bytes stream = FrameHead(7, 2) + U32(3) + Item(4, U8({0})) + FrameHead(10, 2);
-    Decoded d = DecodeWhole(stream);
-    ASSERT_EQ(2u, d.messages.size());
-    EXPECT_TRUE(d.messages[0].truncated);
-    EXPECT_EQ(1u, d.messages[0].items.size());
-    EXPECT_EQ(10, d.messages[1].type);
 }
 
 TEST(DeviceClientMessages, FramesThatCannotBeReadAreDroppedAndReadingResumes) {
-    struct Case {
+    const struct {
         const char* name;
         Bytes bad;
         const char* error;
@@ -116,16 +91,16 @@ TEST(DeviceClientMessages, FramesThatCannotBeReadAreDroppedAndReadingResumes) {
         {"too many items", FrameHead(7, 2) + U32(5000), "5000 items"},
         {"an item beyond the ceiling", FrameHead(7, 2) + U32(1) + U32(4) + U32(2u << 20),
          "claims 2097152 bytes"},
-        {"a Blob without its empty item", FrameHead(7, 2) + U32(1) + Item(kBlobKey, U8({1})) +
-                                              Item(4, U8({1})),
+        {"a Blob without its empty item",
+         FrameHead(7, 2) + U32(1) + Item(kBlobKey, U8({1})) + Item(4, U8({1})),
          "not followed by its empty item"},
     };
-    for (const Case& c : cases) {
-        Decoded d = DecodeWhole(c.bad + FrameHead(12, 2));
+    for (const auto& c : cases) {
+        const Bytes stream = c.bad + FrameHead(12, 2);
+        Decoded d = DecodeStream(stream, stream.size());
         ASSERT_EQ(1u, d.errors.size()) << c.name;
         EXPECT_NE(std::string::npos, d.errors[0].find(c.error)) << c.name << ": " << d.errors[0];
-        ASSERT_EQ(1u, d.messages.size()) << c.name;
-        EXPECT_EQ(12, d.messages[0].type) << c.name;
+        EXPECT_EQ(std::vector<std::string>{"12/2"}, d.messages) << c.name;
     }
 }
 
@@ -139,17 +114,22 @@ TEST(DeviceClientMessages, GarbageWithoutAMarkerIsDroppedButAPossibleMarkerStart
 }
 
 TEST(DeviceClientMessages, PasswordFields) {
-    Bytes eight = Ascii("1234") + Bytes(30, 0) + Ascii("new") + Bytes(31, 0);
-    Bytes wide = Utf16(u"ab") + Bytes(30, 0) + Bytes(34, 0);
-    dev::PasswordFields f;
-    ASSERT_TRUE(dev::ReadPasswordFields(eight, false, &f));
-    EXPECT_EQ("1234", f.first);
-    EXPECT_EQ("new", f.second);
-    ASSERT_TRUE(dev::ReadPasswordFields(wide, true, &f));
-    EXPECT_EQ("ab", f.first);
-    EXPECT_EQ("", f.second);
-    Bytes unterminated(68, 'x');
-    ASSERT_TRUE(dev::ReadPasswordFields(unterminated, false, &f));
-    EXPECT_EQ(std::string(34, 'x'), f.first) << "a field never reads into the next";
-    EXPECT_FALSE(dev::ReadPasswordFields(Bytes(67, 0), false, &f));
+    const struct {
+        Bytes item;
+        bool utf16;
+        bool ok;
+        std::string first, second;
+    } cases[] = {
+        {Ascii("1234") + Bytes(30, 0) + Ascii("new") + Bytes(31, 0), false, true, "1234", "new"},
+        {Utf16(u"ab") + Bytes(30, 0) + Bytes(34, 0), true, true, "ab", ""},
+        // A field never reads into the next.
+        {Bytes(68, 'x'), false, true, std::string(34, 'x'), std::string(34, 'x')},
+        {Bytes(67, 0), false, false, "", ""},
+    };
+    for (const auto& c : cases) {
+        dev::PasswordFields f;
+        ASSERT_EQ(c.ok, dev::ReadPasswordFields(c.item, c.utf16, &f)) << c.item.size();
+        EXPECT_EQ(c.first, f.first);
+        EXPECT_EQ(c.second, f.second);
+    }
 }

@@ -7,34 +7,22 @@
 
 using namespace testing_support;
 
-namespace {
-
-struct FrameCase {
-    const char* name;
-    dev::Bytes actual;
-    Bytes expected;
-};
-
-dev::Identity MakeIdentity(bool utf16, bool pings, bool sessionB, bool stayOpen) {
-    return {"Pa", "S", utf16, pings, sessionB, stayOpen};
-}
-
-}  // namespace
-
-TEST(DeviceMessages, FramesByteForByte) {
-    const FrameCase cases[] = {
+TEST(DeviceMessages, FramesAndItemDataByteForByte) {
+    const struct {
+        const char* name;
+        dev::Bytes actual;
+        Bytes expected;
+    } cases[] = {
         {"identity: UTF-16 name, pings allowed",
-         dev::EncodeIdentity(MakeIdentity(true, true, true, false)),
+         dev::EncodeIdentity({"Pa", "S", true, true, true, false}),
          FrameHead(2, 0x0001) + U32(4) + Utf16(u"Pa") + U32(2) + Utf16(u"S")},
         {"identity: 8-bit name, no pings, stays open",
-         dev::EncodeIdentity(MakeIdentity(false, false, true, true)),
+         dev::EncodeIdentity({"Pa", "S", false, false, true, true}),
          FrameHead(2, 0x0012) + U32(2) + Ascii("Pa") + U32(2) + Utf16(u"S")},
         {"identity: session flag B cleared",
-         dev::EncodeIdentity(MakeIdentity(true, true, false, false)),
+         dev::EncodeIdentity({"Pa", "S", true, true, false, false}),
          FrameHead(2, 0x0005) + U32(4) + Utf16(u"Pa") + U32(2) + Utf16(u"S")},
-        {"ping", dev::EncodeBare(8), FrameHead(8, 0)},
-        {"ping reply", dev::EncodeBare(11), FrameHead(11, 0)},
-        {"reload", dev::EncodeBare(15), FrameHead(15, 0)},
+        {"ping: the head alone", dev::EncodeBare(8), FrameHead(8, 0)},
         {"settings", dev::EncodeSettings({{0, 768, 5}, {9, 336, 3}}),
          FrameHead(19, 0) + U32(2) + U32(0) + U32(768) + U32(5) + U32(9) + U32(336) + U32(3)},
         {"value update with acknowledgement",
@@ -50,20 +38,7 @@ TEST(DeviceMessages, FramesByteForByte) {
         {"a file with a UTF-16 name", dev::EncodeFiles(32, {{"r", {7}}}, true),
          FrameHead(17, 0) + U32(32) + U32(1) + U32(4) + Utf16(u"r") + U8({0, 0}) + U32(1) +
              U8({7})},
-    };
-    for (const FrameCase& c : cases) EXPECT_EQ(Hex(c.expected), Hex(c.actual)) << c.name;
-}
-
-TEST(DeviceMessages, ItemDataTakesTheFormTheClientReads) {
-    dev::Layout hidden;
-    hidden.hidden = true;
-    dev::Layout shown;
-    shown.bringIntoView = true;
-    shown.icon = 3;
-    dev::Layout coloured;
-    coloured.hidden = true;
-    coloured.background = 0x123456;
-    const FrameCase cases[] = {
+        // Item data, in the form the client reads.
         {"8-bit text padded to m", dev::TextValue("abc", 6, false), Ascii("abc") + U8({0, 0, 0})},
         {"8-bit text cut before its terminator", dev::TextValue("abcdefgh", 4, false),
          Ascii("abc") + U8({0})},
@@ -77,10 +52,11 @@ TEST(DeviceMessages, ItemDataTakesTheFormTheClientReads) {
         {"number", dev::Int32Value(-2), U32(0xFFFFFFFE)},
         {"date-time", dev::DateTimeValue({59, 58, 23, 31, 6, 12, 2099}),
          U8({59, 58, 23, 31, 6, 12}) + U16(2099)},
-        {"layout: hidden", dev::LayoutValue(hidden), U16(0x0001) + U8({0, 0})},
-        {"layout: shown, into view, exclamation icon", dev::LayoutValue(shown),
+        {"layout: hidden", dev::LayoutValue({true}), U16(0x0001) + U8({0, 0})},
+        {"layout: shown, into view, exclamation icon", dev::LayoutValue({false, true, 3}),
          U16(0x0010) + U8({3, 0})},
-        {"layout: background", dev::LayoutValue(coloured), U16(0x0041) + U8({0, 0}) + U32(0x123456)},
+        {"layout: background", dev::LayoutValue({true, false, 0, 0x123456}),
+         U16(0x0041) + U8({0, 0}) + U32(0x123456)},
     };
-    for (const FrameCase& c : cases) EXPECT_EQ(Hex(c.expected), Hex(c.actual)) << c.name;
+    for (const auto& c : cases) EXPECT_EQ(Hex(c.expected), Hex(c.actual)) << c.name;
 }

@@ -14,48 +14,28 @@ using namespace testing_support;
 
 namespace {
 
-// What the handlers saw, from the server's thread.
-struct Seen {
-    std::mutex mutex;
-    std::vector<std::uint16_t> types;
-    std::vector<std::string> problems;
-    int connects = 0;
-    int disconnects = 0;
-    int ticks = 0;
-    int stops = 0;
-
-    std::size_t Types() {
-        std::lock_guard<std::mutex> hold(mutex);
-        return types.size();
-    }
-    int Disconnects() {
-        std::lock_guard<std::mutex> hold(mutex);
-        return disconnects;
-    }
-};
-
 class DeviceServerTest : public ::testing::Test {
 protected:
+    // Runs f under the lock that guards what the handlers saw, from the server's thread.
+    template <class F> auto Locked(F f) {
+        std::lock_guard<std::mutex> hold(mutex);
+        return f();
+    }
     void SetUp() override {
         listener = dev::ServerListen("127.0.0.1", 0, &port);
         ASSERT_NE(plat::kInvalidSocket, listener);
         dev::SessionHandlers h;
-        h.connected = [this](dev::Session&) { Count(&seen.connects); };
-        h.disconnected = [this](dev::Session&) { Count(&seen.disconnects); };
-        h.tick = [this](dev::Session&) { Count(&seen.ticks); };
+        h.disconnected = [this](dev::Session&) { Locked([&] { return ++disconnects; }); };
+        h.tick = [this](dev::Session&) { Locked([&] { return ++ticks; }); };
         h.stopping = [this](dev::Session& s) {
-            Count(&seen.stops);
+            Locked([&] { return ++stops; });
             dev::SessionSend(s, dev::EncodeBare(1));
         };
         h.problem = [this](dev::Session&, const std::string& p) {
-            std::lock_guard<std::mutex> hold(seen.mutex);
-            seen.problems.push_back(p);
+            Locked([&] { problems.push_back(p); });
         };
         h.message = [this](dev::Session& s, const dev::ClientMessage& m) {
-            {
-                std::lock_guard<std::mutex> hold(seen.mutex);
-                seen.types.push_back(m.type);
-            }
+            Locked([&] { types.push_back(m.type); });
             if (m.type == 10) dev::SessionSend(s, dev::EncodeBare(11));
         };
         h.tickMilliseconds = 20;
@@ -65,10 +45,6 @@ protected:
         stop = true;
         if (server.joinable()) server.join();
         plat::SocketClose(listener);
-    }
-    void Count(int* counter) {
-        std::lock_guard<std::mutex> hold(seen.mutex);
-        ++*counter;
     }
     plat::SocketHandle Connect() { return plat::SocketConnectTcp("127.0.0.1", port); }
     // A fresh client is served with a ping reply: the server is alive and accepting.
@@ -84,7 +60,10 @@ protected:
     std::atomic<bool> stop{false};
     std::thread server;
     int result = -99;
-    Seen seen;
+    std::mutex mutex;
+    std::vector<std::uint16_t> types;
+    std::vector<std::string> problems;
+    int disconnects = 0, ticks = 0, stops = 0;
 };
 
 }  // namespace
@@ -99,43 +78,34 @@ TEST_F(DeviceServerTest, ClientsThatVanishAtAnyPointLeaveTheServerServing) {
         plat::SocketClose(c);
         ExpectServed();
     }
-    EXPECT_TRUE(WaitUntil([&] { return seen.Disconnects() == 10; }));
-    EXPECT_EQ(5u, seen.Types()) << "only the five pings were whole frames";
+    EXPECT_TRUE(WaitUntil([&] { return Locked([&] { return disconnects == 10; }); }));
+    EXPECT_EQ(5u, Locked([&] { return types.size(); })) << "only the five pings were whole";
 }
 
-TEST_F(DeviceServerTest, GarbageAndUnreadableFramesAreSkipped) {
+TEST_F(DeviceServerTest, GarbageAndUnreadableFramesAreSkippedAndGoodbyeClosesTheSocket) {
     plat::SocketHandle c = Connect();
     ASSERT_TRUE(SendPeer(c, U8({1, 2, 3, 0x48, 0xEF}) + FrameHead(99, 2) + FrameHead(10, 2)));
     EXPECT_EQ(FrameHead(11, 0), ReadPeer(c, 20));
-    plat::SocketClose(c);
-    std::lock_guard<std::mutex> hold(seen.mutex);
-    ASSERT_EQ(1u, seen.problems.size());
-    EXPECT_EQ("unknown message type 99", seen.problems[0]);
-}
-
-TEST_F(DeviceServerTest, GoodbyeEndsTheSessionAndClosesTheSocket) {
-    plat::SocketHandle c = Connect();
+    EXPECT_EQ(std::vector<std::string>{"unknown message type 99"},
+              Locked([&] { return problems; }));
     ASSERT_TRUE(SendPeer(c, FrameHead(4, 2)));
     // The device closes: the client sees the end of the stream.
     ASSERT_EQ(1, plat::SocketWaitReadable(c, 5000));
     std::uint8_t byte;
     EXPECT_EQ(0, plat::SocketReceive(c, &byte, 1));
     plat::SocketClose(c);
-    EXPECT_TRUE(WaitUntil([&] { return seen.Disconnects() == 1; }));
+    EXPECT_TRUE(WaitUntil([&] { return Locked([&] { return disconnects == 1; }); }));
     ExpectServed();
 }
 
 TEST_F(DeviceServerTest, TicksWhileConnectedAndStopEndsTheSessionWithTheSessionEnd) {
     plat::SocketHandle c = Connect();
-    EXPECT_TRUE(WaitUntil([&] {
-        std::lock_guard<std::mutex> hold(seen.mutex);
-        return seen.ticks >= 3;
-    }));
+    EXPECT_TRUE(WaitUntil([&] { return Locked([&] { return ticks >= 3; }); }));
     stop = true;
     EXPECT_EQ(FrameHead(1, 0), ReadPeer(c, 20));
     server.join();
     EXPECT_EQ(0, result);
-    EXPECT_EQ(1, seen.stops);
-    EXPECT_EQ(1, seen.disconnects);
+    EXPECT_EQ(1, stops);
+    EXPECT_EQ(1, disconnects);
     plat::SocketClose(c);
 }
