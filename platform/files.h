@@ -12,6 +12,13 @@ namespace plat {
 // empty when it cannot be made.
 std::u16string ReceivedFilesFolder();
 
+// Points received files at another, existing folder (tests keep them out of the user's
+// documents); an empty folder restores the system's.
+void SetReceivedFilesFolder(const std::u16string& folder);
+
+// The system's folder, behind the override.
+std::u16string SystemReceivedFilesFolder();
+
 // Joins a folder and a file name with the system's separator.
 std::u16string JoinPath(const std::u16string& folder, const std::u16string& name);
 

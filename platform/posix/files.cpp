@@ -13,7 +13,7 @@
 
 namespace plat {
 
-std::u16string ReceivedFilesFolder() {
+std::u16string SystemReceivedFilesFolder() {
     const char* xdg = std::getenv("XDG_DATA_HOME");
     std::string base;
     if (xdg && *xdg == '/') {

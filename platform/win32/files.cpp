@@ -11,7 +11,7 @@ const wchar_t* Wide(const std::u16string& s) { return reinterpret_cast<const wch
 
 }  // namespace
 
-std::u16string ReceivedFilesFolder() {
+std::u16string SystemReceivedFilesFolder() {
     wchar_t documents[MAX_PATH];
     if (FAILED(SHGetFolderPathW(nullptr, CSIDL_PERSONAL | CSIDL_FLAG_CREATE, nullptr, 0,
                                 documents))) {

@@ -1,5 +1,8 @@
 #include "tests/support/temp_folder.h"
 
+#include "platform/files.h"
+#include "platform/utf.h"
+
 #include <atomic>
 #include <chrono>
 #include <cstdlib>
@@ -44,9 +47,12 @@ TempFolder::TempFolder() {
     if (const char* v = std::getenv("XDG_DATA_HOME")) savedData_ = v, hadData_ = true;
     SetVariable("XDG_CONFIG_HOME", path_ + "/config");
     SetVariable("XDG_DATA_HOME", path_ + "/data");
+    fs::create_directories(path_ + "/received");
+    plat::SetReceivedFilesFolder(plat::Utf8ToUtf16(path_ + "/received"));
 }
 
 TempFolder::~TempFolder() {
+    plat::SetReceivedFilesFolder(u"");
     if (hadConfig_) SetVariable("XDG_CONFIG_HOME", savedConfig_); else UnsetVariable("XDG_CONFIG_HOME");
     if (hadData_) SetVariable("XDG_DATA_HOME", savedData_); else UnsetVariable("XDG_DATA_HOME");
     std::error_code ignored;

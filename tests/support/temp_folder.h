@@ -1,5 +1,6 @@
-// A fresh folder for one test, removed afterwards. Elsewhere than Windows it also becomes
-// XDG_CONFIG_HOME and XDG_DATA_HOME, so settings and received files land inside it.
+// A fresh folder for one test, removed afterwards. Received files land in its "received"
+// folder, and elsewhere than Windows it is XDG_CONFIG_HOME and XDG_DATA_HOME too, so settings
+// stay inside it as well (on Windows they go to the registry under unique panel names).
 #pragma once
 
 #include <string>
