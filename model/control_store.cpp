@@ -128,12 +128,6 @@ std::u16string GetControlText(std::uint32_t id) {
     return r ? r->text.Text() : std::u16string();
 }
 
-std::u16string GetControlLabel(std::uint32_t id) {
-    ControlsHold hold;
-    ControlRecord* r = FindControl(id);
-    return r ? r->label : std::u16string();
-}
-
 std::uint8_t IsValueChanged(std::uint32_t id) {
     ControlsHold hold;
     ControlRecord* r = FindControl(id);

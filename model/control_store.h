@@ -58,7 +58,6 @@ void GetControlSummary(std::int32_t index, ControlSummary* out);
 
 std::int32_t GetControlType(std::uint32_t id);   // locked; -1 for an unknown id
 std::u16string GetControlText(std::uint32_t id); // the text value; empty for an unknown id
-std::u16string GetControlLabel(std::uint32_t id);
 std::uint8_t IsValueChanged(std::uint32_t id);
 std::uint8_t IsLayoutChanged(std::uint32_t id);
 std::uint8_t IsSendPending(std::uint32_t id);

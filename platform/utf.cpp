@@ -64,8 +64,4 @@ std::u16string Utf8ToUtf16(std::string_view text) {
     return out;
 }
 
-std::u16string AsciiToUtf16(std::string_view text) {
-    return std::u16string(text.begin(), text.end());
-}
-
 }  // namespace plat

@@ -8,6 +8,5 @@ namespace plat {
 
 std::string Utf16ToUtf8(std::u16string_view text);  // unpaired surrogates become U+FFFD
 std::u16string Utf8ToUtf16(std::string_view text);  // malformed bytes become U+FFFD
-std::u16string AsciiToUtf16(std::string_view text);
 
 }  // namespace plat
