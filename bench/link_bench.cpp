@@ -91,14 +91,26 @@ void Quiet() {
                                unsigned) { return 1; });
 }
 
+// Payload bytes as a worker's source.
+std::int32_t Decode(std::int32_t (*decoder)(ReceiveSource&), const Bytes& payload) {
+    MemoryInput input{payload.data(), payload.size()};
+    ReceiveSource source = MemoryReceiveSource(&input);
+    return decoder(source);
+}
+
+// An initialised link whose store holds that many number controls.
+void StartWithPanel(std::uint32_t records) {
+    Quiet();
+    LinkInit();
+    Decode(DecodePanel, PanelPayload(records));
+}
+
 void BM_DecodePanel1000Records(benchmark::State& state) {
     Quiet();
     LinkInit();
     Bytes payload = PanelPayload(1000);
     for (auto _ : state) {
-        MemoryInput input{payload.data(), payload.size()};
-        ReceiveSource source = MemoryReceiveSource(&input);
-        if (DecodePanel(source) != 0) state.SkipWithError("decode failed");
+        if (Decode(DecodePanel, payload) != 0) state.SkipWithError("decode failed");
     }
     state.SetBytesProcessed(static_cast<int64_t>(state.iterations() * payload.size()));
     LinkShutdown();
@@ -106,17 +118,10 @@ void BM_DecodePanel1000Records(benchmark::State& state) {
 BENCHMARK(BM_DecodePanel1000Records)->Unit(benchmark::kMicrosecond);
 
 void BM_Apply10000ValueItems(benchmark::State& state) {
-    Quiet();
-    LinkInit();
-    Bytes panel = PanelPayload(100);
-    MemoryInput panelInput{panel.data(), panel.size()};
-    ReceiveSource panelSource = MemoryReceiveSource(&panelInput);
-    DecodePanel(panelSource);
+    StartWithPanel(100);
     Bytes items = ValueItems(10000, 100);
     for (auto _ : state) {
-        MemoryInput input{items.data(), items.size()};
-        ReceiveSource source = MemoryReceiveSource(&input);
-        if (DecodeValueUpdates(source) != 0) state.SkipWithError("apply failed");
+        if (Decode(DecodeValueUpdates, items) != 0) state.SkipWithError("apply failed");
     }
     state.SetItemsProcessed(state.iterations() * 10000);
     LinkShutdown();
@@ -124,12 +129,7 @@ void BM_Apply10000ValueItems(benchmark::State& state) {
 BENCHMARK(BM_Apply10000ValueItems)->Unit(benchmark::kMicrosecond);
 
 void BM_EncodeValueMessage100Controls(benchmark::State& state) {
-    Quiet();
-    LinkInit();
-    Bytes panel = PanelPayload(100);
-    MemoryInput panelInput{panel.data(), panel.size()};
-    ReceiveSource panelSource = MemoryReceiveSource(&panelInput);
-    DecodePanel(panelSource);
+    StartWithPanel(100);
     plat::SocketHandle pair[2];
     plat::SocketPair(pair);
     Link().socket = pair[0];
