@@ -96,15 +96,12 @@ std::int32_t LinkStartReceiver(plat::WindowRef window, unsigned message) {
     return kLinkOk;
 }
 
-std::int32_t LinkSendTo(plat::SocketHandle socket, const void* buffer, std::size_t count) {
+std::int32_t LinkSend(const void* buffer, std::size_t count) {
+    plat::SocketHandle socket = g_link.socket;
     if (socket == plat::kInvalidSocket) return kLinkNoSocket;
     int length = count > INT_MAX ? INT_MAX : static_cast<int>(count);
     if (plat::SocketSend(socket, buffer, length) == plat::kSocketError) return kLinkSendFailed;
     return kLinkOk;
-}
-
-std::int32_t LinkSend(const void* buffer, std::size_t count) {
-    return LinkSendTo(g_link.socket, buffer, count);
 }
 
 std::int32_t LinkSendControlFrame(std::uint16_t type) {

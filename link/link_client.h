@@ -64,8 +64,6 @@ std::int32_t LinkSendDefaultLayout(std::uint32_t value);
 
 // The send primitive: one send call with the whole buffer. Callers hold the lock.
 std::int32_t LinkSend(const void* buffer, std::size_t count);
-// The same, to one particular socket: a worker's replies never reach a later link.
-std::int32_t LinkSendTo(plat::SocketHandle socket, const void* buffer, std::size_t count);
 
 // The receive primitive: exactly count bytes, or 6 when the source ended.
 std::int32_t LinkReceive(ReceiveSource& source, void* buffer, std::size_t count);

@@ -7,10 +7,6 @@
 
 namespace {
 
-int SocketRead(void* context, void* data, int length) {
-    return plat::SocketReceive(reinterpret_cast<plat::SocketHandle>(context), data, length);
-}
-
 void SocketPause(void*) { plat::SleepMilliseconds(10); }
 
 // Serves what the buffer holds, then reads the socket once for the rest: a frame cut at the
@@ -44,13 +40,7 @@ int BufferedRead(void* context, void* data, int length) {
 
 int MemoryRead(void* context, void* data, int length) {
     auto* input = static_cast<MemoryInput*>(context);
-    if (input->position >= input->size) {
-        if (input->zeroReads > 0) {
-            --input->zeroReads;
-            return 0;
-        }
-        return plat::kSocketError;
-    }
+    if (input->position >= input->size) return plat::kSocketError;
     std::size_t n = std::min(static_cast<std::size_t>(length), input->size - input->position);
     std::memcpy(data, input->data + input->position, n);
     input->position += n;
@@ -60,15 +50,6 @@ int MemoryRead(void* context, void* data, int length) {
 void MemoryPause(void*) {}
 
 }  // namespace
-
-ReceiveSource SocketReceiveSource(plat::SocketHandle socket) {
-    ReceiveSource source;
-    source.receive = SocketRead;
-    source.pause = SocketPause;
-    source.context = reinterpret_cast<void*>(socket);
-    source.socket = socket;
-    return source;
-}
 
 ReceiveSource BufferedReceiveSource(SocketReader* reader) {
     ReceiveSource source;

@@ -17,9 +17,6 @@ struct ReceiveSource {
     plat::SocketHandle socket = plat::kInvalidSocket;
 };
 
-// Reads a socket, pausing 10 ms after an incomplete read.
-ReceiveSource SocketReceiveSource(plat::SocketHandle socket);
-
 // The bytes of one connection read ahead of the workers: a worker asking for 1 byte of a
 // marker or 12 of a header is served from here, so the link costs one receive call per
 // burst of frames rather than several per frame. Each worker of the connection in turn
@@ -31,6 +28,7 @@ struct SocketReader {
     std::size_t begin = 0;
     std::size_t end = 0;
 };
+// Reads the connection through its read-ahead, pausing 10 ms after an incomplete read.
 ReceiveSource BufferedReceiveSource(SocketReader* reader);
 
 // Reads a byte range; its end is the link closing. Pauses do not wait.
@@ -38,6 +36,5 @@ struct MemoryInput {
     const std::uint8_t* data = nullptr;
     std::size_t size = 0;
     std::size_t position = 0;
-    std::size_t zeroReads = 0;  // empty reads served before the end is reported
 };
 ReceiveSource MemoryReceiveSource(MemoryInput* input);
