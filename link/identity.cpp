@@ -5,6 +5,7 @@
 #include "link/link_client.h"
 #include "link/text_convert.h"
 #include "link/wire.h"
+#include "platform/program_lock.h"
 #include "model/device_settings.h"
 
 #include <vector>
@@ -31,11 +32,12 @@ bool ReadText(ReceiveSource& source, bool utf16, std::u16string* text, std::int3
 std::int32_t DecodeIdentity(ReceiveSource& source, std::uint16_t headerFlags) {
     LinkClient& link = Link();
     {
-        plat::LockHold hold(link.lock);
+        plat::ProgramLockHold hold;
         link.panelId.clear();
         link.panelIdPresent = false;
         link.serverText.clear();
         link.serverTextPresent = false;
+        SetSettingsPanelName(u"");
     }
     link.sessionFlagB = (headerFlags & wire::kFlagNoSessionB) ? 0 : 1;
     link.sessionFlagA = (headerFlags & wire::kFlagNoPings) ? 0 : 1;
@@ -46,13 +48,15 @@ std::int32_t DecodeIdentity(ReceiveSource& source, std::uint16_t headerFlags) {
         return code;
     }
     {
-        plat::LockHold hold(link.lock);
+        plat::ProgramLockHold hold;
         link.panelId = first.substr(0, first.find(u'\0'));
         link.panelIdPresent = true;
+        // Settings are kept per panel name: from now on they are this panel's.
+        SetSettingsPanelName(link.panelId);
     }
     link.sessionFlagC = (headerFlags & wire::kFlagStayOpen) ? 1 : 0;
     if (!ReadText(source, true, &second, &code)) return code;
-    plat::LockHold hold(link.lock);
+    plat::ProgramLockHold hold;
     link.serverText = second.substr(0, second.find(u'\0'));
     link.serverTextPresent = true;
     return 0;

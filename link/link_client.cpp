@@ -3,6 +3,8 @@
 #include "link/bytes.h"
 #include "link/wire.h"
 #include "model/control_store.h"
+#include "model/device_settings.h"
+#include "platform/program_lock.h"
 #include "platform/thread.h"
 
 #include <climits>
@@ -44,12 +46,12 @@ void BuildFrameHead(std::uint8_t head[20], std::uint16_t type, std::uint16_t fla
 
 std::int32_t LinkInit() {
     if (g_link.initialised) return kLinkOk;
-    plat::LockInit(g_link.lock);
-    plat::LockHold hold(g_link.lock);
+    plat::ProgramLockHold hold;
     g_link.panelId = u"Tremolanth";
     g_link.panelIdPresent = true;
     g_link.serverText.clear();
     g_link.serverTextPresent = false;
+    SetSettingsPanelName(g_link.panelId);
     g_link.initialised = 1;
     return kLinkOk;
 }
@@ -57,18 +59,13 @@ std::int32_t LinkInit() {
 std::int32_t LinkShutdown() {
     if (!g_link.initialised) return kLinkOk;
     if (g_link.socket != plat::kInvalidSocket) LinkClose();
-    {
-        plat::LockHold hold(g_link.lock);
-        g_link.panelId.clear();
-        g_link.panelIdPresent = false;
-        g_link.serverText.clear();
-        g_link.serverTextPresent = false;
-    }
+    plat::ProgramLockHold hold;
+    g_link.panelId.clear();
+    g_link.panelIdPresent = false;
+    g_link.serverText.clear();
+    g_link.serverTextPresent = false;
+    SetSettingsPanelName(u"");
     g_link.initialised = 0;
-    // A worker that is still ending may take the lock once more; give it a moment before the
-    // lock goes away (its socket is already closed, so it ends promptly).
-    for (int i = 0; i < 200 && g_link.workerRunning; ++i) plat::SleepMilliseconds(5);
-    if (!g_link.workerRunning) plat::LockDelete(g_link.lock);
     return kLinkOk;
 }
 
@@ -107,7 +104,7 @@ std::int32_t LinkSend(const void* buffer, std::size_t count) {
 std::int32_t LinkSendControlFrame(std::uint16_t type) {
     std::uint8_t head[20];
     BuildFrameHead(head, type, wire::kFlagsOutbound);
-    plat::LockHold hold(g_link.lock);
+    plat::ProgramLockHold hold;
     return LinkSend(head, sizeof head);
 }
 
@@ -150,7 +147,7 @@ std::int32_t LinkSendDefaultLayout(std::uint32_t value) {
     std::uint8_t head[20], payload[4];
     BuildFrameHead(head, wire::kOutDefaultLayout, wire::kFlagsOutbound);
     bytes::Put32(payload, value);
-    plat::LockHold hold(g_link.lock);
+    plat::ProgramLockHold hold;
     std::int32_t rc = LinkSend(head, sizeof head);
     if (rc == kLinkOk) rc = LinkSend(payload, sizeof payload);
     return rc;
@@ -174,13 +171,13 @@ std::int32_t LinkReceive(ReceiveSource& source, void* buffer, std::size_t count)
 
 std::u16string LinkPanelId() {
     if (!g_link.initialised) return {};
-    plat::LockHold hold(g_link.lock);
+    plat::ProgramLockHold hold;
     return g_link.panelId;
 }
 
 std::u16string LinkServerText() {
     if (!g_link.initialised) return {};
-    plat::LockHold hold(g_link.lock);
+    plat::ProgramLockHold hold;
     return g_link.serverText;
 }
 

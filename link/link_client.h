@@ -6,7 +6,6 @@
 #pragma once
 
 #include "link/receive_source.h"
-#include "platform/lock.h"
 #include "platform/socket.h"
 #include "platform/types.h"
 
@@ -25,14 +24,10 @@ inline constexpr std::int32_t kLinkClosed = 6;
 
 inline constexpr unsigned kResultMessage = 0x8000;  // the panel screen's link-result message
 
-// The source file named by the link's and store's fault boxes.
-inline constexpr const char* kLinkSourceFile = "tmqbthppcvcomclt";
-
 struct LinkClient {
     std::atomic<plat::SocketHandle> socket{plat::kInvalidSocket};
-    plat::Lock lock;
     std::atomic<std::uint8_t> initialised{0};
-    // Identity texts (guarded by lock, the worker replaces them); "present" tells them from a
+    // Identity texts (guarded by the program lock, the worker replaces them); "present" tells them from a
     // text that is null, as after a failed identity read.
     std::u16string panelId;
     bool panelIdPresent = false;

@@ -1,8 +1,10 @@
 // The receive worker: reads one message, acts on it, reports a result code and ends.
 #include "link/decoders.h"
 #include "link/link_client.h"
+#include "link/link_results.h"
 #include "link/bytes.h"
 #include "link/wire.h"
+#include "platform/program_lock.h"
 #include "platform/message_box.h"
 #include "platform/post.h"
 
@@ -11,21 +13,13 @@
 
 namespace {
 
-constexpr long kLineMarkerRead = 362;
-constexpr long kLineHeaderRead = 384;
-constexpr long kLinePanelFailed = 447;
-constexpr long kLineValuesFailed = 470;
-constexpr long kLineLayoutFailed = 493;
-constexpr long kLineFileLinkClosed = 520;
-constexpr long kLineFileFailed = 527;
-constexpr long kLineUnknownType = 547;
 
 // Replies go to the socket this worker reads, and only while the link still holds it.
 std::int32_t Reply(const ReceiveSource& source, std::uint16_t type) {
     std::uint8_t head[20];
     BuildFrameHead(head, type, wire::kFlagsOutbound);
     LinkClient& link = Link();
-    plat::LockHold hold(link.lock);
+    plat::ProgramLockHold hold;
     if (source.socket == plat::kInvalidSocket || link.socket != source.socket) {
         return kLinkNoSocket;
     }
@@ -37,9 +31,9 @@ void Finish(plat::WindowRef window) { plat::PostToWindow(window, Link().resultMe
 // The link closed under the worker: nothing is reported.
 void EndSilently() {}
 
-void Fail(plat::WindowRef window, long line, long value) {
-    plat::ShowFaultBox(line, kLinkSourceFile, value);
-    Link().lastResult = -1;
+void Fail(plat::WindowRef window, fault::Site site, long value) {
+    plat::ShowFaultBox(site, value);
+    Link().lastResult = kResultUnintelligible;
     Finish(window);
 }
 
@@ -53,21 +47,21 @@ void RunReceiveWorker(ReceiveSource& source, plat::WindowRef window) {
         std::memmove(marker, marker + 1, 7);
         std::int32_t rc = LinkReceive(source, &marker[7], 1);
         if (rc == kLinkClosed) return EndSilently();
-        if (rc != 0) return Fail(window, kLineMarkerRead, rc);
+        if (rc != 0) return Fail(window, fault::kMarkerRead, rc);
     }
     std::uint8_t header[12] = {};
     std::int32_t rc = LinkReceive(source, header, sizeof header);
     if (rc == kLinkClosed) return EndSilently();
-    if (rc != 0) return Fail(window, kLineHeaderRead, rc);
+    if (rc != 0) return Fail(window, fault::kHeaderRead, rc);
 
     const std::uint16_t type = bytes::Get16(header + 8);
     const std::uint16_t flags = bytes::Get16(header + 10);
     const bool ackWanted = (flags & wire::kFlagAckWanted) != 0;
 
     // Types whose decoder decides the result, and whose success may be acknowledged.
-    auto decoded = [&](std::int32_t code, long failLine, std::int32_t result) {
+    auto decoded = [&](std::int32_t code, fault::Site failSite, LinkResult result) {
         if (code == kLinkClosed) return EndSilently();
-        if (code != 0) return Fail(window, failLine, code);
+        if (code != 0) return Fail(window, failSite, code);
         if (ackWanted) Reply(source, wire::kOutAck);
         link.lastResult = result;
         Finish(window);
@@ -76,52 +70,52 @@ void RunReceiveWorker(ReceiveSource& source, plat::WindowRef window) {
     switch (type) {
     case wire::kInSessionEnd:
     case wire::kInSessionEndAlt:
-        link.lastResult = 3;
+        link.lastResult = kResultSessionEnd;
         break;
     case wire::kInIdentity:
         DecodeIdentity(source, flags);  // a failed read shows up at the next worker's read
-        link.lastResult = 1;
+        link.lastResult = kResultIdentity;
         break;
     case wire::kInPanel:
-        return decoded(DecodePanel(source), kLinePanelFailed, 2);
+        return decoded(DecodePanel(source), fault::kPanelFailed, kResultPanel);
     case wire::kInPing:
         Reply(source, wire::kOutPingReply);
-        link.lastResult = 4;
+        link.lastResult = kResultDevicePing;
         break;
     case wire::kInValues:
-        return decoded(DecodeValueUpdates(source), kLineValuesFailed, 7);
+        return decoded(DecodeValueUpdates(source), fault::kValuesFailed, kResultValues);
     case wire::kInPingReply:
         link.pingPending = 0;
-        link.lastResult = 5;
+        link.lastResult = kResultPingReply;
         break;
     case wire::kInNotice:
-        link.lastResult = 6;
+        link.lastResult = kResultNotice;
         break;
     case wire::kInReload:
-        link.lastResult = 8;
+        link.lastResult = kResultReload;
         break;
     case wire::kInLayout:
-        return decoded(DecodeLayoutUpdates(source), kLineLayoutFailed, 9);
+        return decoded(DecodeLayoutUpdates(source), fault::kLayoutFailed, kResultLayouts);
     case wire::kInFiles: {
         std::int32_t code = DecodeFiles(source);
         if (code == kLinkClosed) {
             // The file transfer reports a broken link, then ends like the others.
-            plat::ShowFaultBox(kLineFileLinkClosed, kLinkSourceFile, code);
+            plat::ShowFaultBox(fault::kFileLinkClosed, code);
             return EndSilently();
         }
-        return decoded(code, kLineFileFailed, 10);
+        return decoded(code, fault::kFileFailed, kResultFiles);
     }
     case wire::kInSettings:
         DecodeSettings(source);
-        link.lastResult = 11;
+        link.lastResult = kResultSettings;
         break;
     default: {
         char text[48];
         std::snprintf(text, sizeof text, "Message = %ld", static_cast<long>(type));
         plat::ShowMessageBox(nullptr, std::u16string(text, text + std::strlen(text)),
                              u"Tremolanth", plat::kMbOk);
-        link.lastResult = -1;
-        plat::ShowFaultBox(kLineUnknownType, kLinkSourceFile, -1);
+        link.lastResult = kResultUnintelligible;
+        plat::ShowFaultBox(fault::kUnknownType, -1);
         break;
     }
     }

@@ -13,12 +13,6 @@
 
 namespace {
 
-constexpr long kLineTextWithoutMaximum = 1078;
-constexpr long kLineDateTimeSize = 1238;
-constexpr long kLineDateTimeWithoutFormat = 1270;
-constexpr long kLineNumberSize = 1314;
-constexpr long kLinePasswordSize = 1641;
-constexpr long kLineListSize = 1704;
 
 constexpr std::uint32_t kWhite = 0xFFFFFF;
 constexpr std::uint32_t kGrey = 0xC0C0C0;
@@ -65,7 +59,7 @@ std::int32_t DecodeTextual(Context& c) {
         // The UTF-16 buffer is m bytes, the 8-bit one m characters: not doubled, deliberately.
         c.r.text.Resize(c.utf16 ? m : 2 * static_cast<std::size_t>(m));
     } else {
-        plat::ShowFaultBox(kLineTextWithoutMaximum, kLinkSourceFile, 0);
+        plat::ShowFaultBox(fault::kTextWithoutMaximum, 0);
     }
     return 0;
 }
@@ -83,7 +77,7 @@ std::int32_t DecodeDateTime(Context& c) {
     if (!c.body.Has(kSizeAt, 4)) return kDecodeMalformed;
     std::uint32_t size = c.body.Word(kSizeAt);
     if (size != 8) {
-        plat::ShowFaultBox(kLineDateTimeSize, kLinkSourceFile, static_cast<long>(size));
+        plat::ShowFaultBox(fault::kDateTimeSize, static_cast<long>(size));
         return 0;  // only the common part is kept
     }
     if (!c.body.Has(kValueAt, 8)) return kDecodeMalformed;
@@ -94,7 +88,7 @@ std::int32_t DecodeDateTime(Context& c) {
         c.r.format = c.attributes.Text('f', c.utf16);
         c.r.hasFormat = true;
     } else {
-        plat::ShowFaultBox(kLineDateTimeWithoutFormat, kLinkSourceFile, 0);
+        plat::ShowFaultBox(fault::kDateTimeWithoutFormat, 0);
     }
     return 0;
 }
@@ -102,7 +96,7 @@ std::int32_t DecodeDateTime(Context& c) {
 std::int32_t DecodeNumber(Context& c) {
     if (!c.body.Has(kSizeAt, 4)) return kDecodeMalformed;
     std::uint32_t size = c.body.Word(kSizeAt);
-    if (size != 4) plat::ShowFaultBox(kLineNumberSize, kLinkSourceFile, static_cast<long>(size));
+    if (size != 4) plat::ShowFaultBox(fault::kNumberSize, static_cast<long>(size));
     if (!c.body.Has(kValueAt, 4)) return kDecodeMalformed;
     c.r.rawValue = static_cast<std::int32_t>(c.body.Word(kValueAt));
     if (!Attributes(c, kValueAt + 4)) return kDecodeMalformed;
@@ -168,7 +162,7 @@ std::int32_t DecodePassword(Context& c) {
     if (!c.body.Has(kSizeAt, 4)) return kDecodeMalformed;
     std::uint32_t size = c.body.Word(kSizeAt);
     if (size != 1) {
-        plat::ShowFaultBox(kLinePasswordSize, kLinkSourceFile, static_cast<long>(size));
+        plat::ShowFaultBox(fault::kPasswordSize, static_cast<long>(size));
         return 0;  // the record ends there
     }
     return DecodeOneByte(c, &c.r.loggedInByte, kWhite);
@@ -177,7 +171,7 @@ std::int32_t DecodePassword(Context& c) {
 std::int32_t DecodeList(Context& c) {
     if (!c.body.Has(kSizeAt, 4)) return kDecodeMalformed;
     std::uint32_t size = c.body.Word(kSizeAt);
-    if (size != 4) plat::ShowFaultBox(kLineListSize, kLinkSourceFile, static_cast<long>(size));
+    if (size != 4) plat::ShowFaultBox(fault::kListSize, static_cast<long>(size));
     if (!c.body.Has(kValueAt, 4) || !c.body.Has(kValueAt, size)) return kDecodeMalformed;
     c.r.selectedIndex = static_cast<std::int32_t>(c.body.Word(kValueAt));
     if (!Attributes(c, kValueAt + size)) return kDecodeMalformed;

@@ -14,8 +14,9 @@ std::u16string WireText(const std::uint8_t* data, std::size_t count, bool utf16)
 std::size_t CodePageTextInto(const std::uint8_t* data, std::size_t count, char16_t* out,
                              std::size_t outUnits);
 
-// Converts k units into out (outSize bytes) for the wire. The converter is retried with one
-// unit less while it returns 122, the count the original client compared with; when terminate
-// is set, the text is cut at outSize - 1 bytes and a zero is written at min(outSize - 1, k).
+// Converts k units into out (outSize bytes) for the wire. While the converter returns 122 it
+// is retried with one unit less (the count is compared, not the error: a text that converts
+// to exactly 122 bytes is cut too); when terminate is set, the text is cut at outSize - 1
+// bytes and a zero is written at min(outSize - 1, k).
 void ConvertToCodePage(const char16_t* source, std::size_t k, std::uint8_t* out,
                        std::size_t outSize, bool terminate = true);

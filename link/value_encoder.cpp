@@ -13,9 +13,6 @@
 
 namespace {
 
-constexpr long kLineChartNotSendable = 3402;
-constexpr long kLineInvalidType = 3424;
-constexpr long kLineImageNotPressable = 3460;
 constexpr std::size_t kPasswordField = 34;
 
 std::int32_t SendItemHead(std::uint32_t key, std::uint32_t n) {
@@ -68,7 +65,7 @@ std::int32_t EncodeRecord(ControlRecord& r) {
     case kTypeDateTime: return SendItem(key, &r.dateTime, 8);
     case kTypeNumber: return SendItem(key, &r.rawValue, 4);
     case kTypeChart:
-        plat::ShowFaultBox(kLineChartNotSendable, kLinkSourceFile, r.type);
+        plat::ShowFaultBox(fault::kChartNotSendable, r.type);
         return kWrongType;
     case kTypePassword: {
         std::uint8_t first[kPasswordField], second[kPasswordField];
@@ -106,10 +103,10 @@ std::int32_t EncodeRecord(ControlRecord& r) {
     case kTypeFiles: return SendItemHead(key, 0);
     case kTypeImage:
         if (r.flags & kFlagVariant) return SendItemHead(key, 0);
-        plat::ShowFaultBox(kLineImageNotPressable, kLinkSourceFile, kImageNotPressable);
+        plat::ShowFaultBox(fault::kImageNotPressable, kImageNotPressable);
         return kImageNotPressable;
     default:
-        plat::ShowFaultBox(kLineInvalidType, kLinkSourceFile, r.type);
+        plat::ShowFaultBox(fault::kSendInvalidType, r.type);
         return kWrongType;
     }
 }

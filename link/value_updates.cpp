@@ -15,9 +15,6 @@
 
 namespace {
 
-constexpr long kLineFilesValue = 2195;
-constexpr long kLineInvalidType = 2198;
-constexpr long kLineImageValue = 2301;
 constexpr long kImageFaultValue = 777;
 
 using Data = std::vector<std::uint8_t>;
@@ -54,8 +51,9 @@ void ApplyChartData(ControlRecord& r, const Data& data) {
 }
 
 // Writes one value into its record; returns the fault to show once the lock is released
-// (0 for none), and sets *stop for a record whose type ends the message.
-long ApplyValue(ControlRecord& r, const Data& data, bool* stop, long* faultValue) {
+// (none: nullptr), and sets *stop for a record whose type ends the message.
+const fault::Site* ApplyValue(ControlRecord& r, const Data& data, bool* stop,
+                              long* faultValue) {
     const std::size_t n = data.size();
     const bool utf16 = (r.flags & kFlagUtf16) != 0;
     switch (r.type) {
@@ -102,19 +100,19 @@ long ApplyValue(ControlRecord& r, const Data& data, bool* stop, long* faultValue
         break;
     case kTypeFiles:
         *faultValue = r.type;
-        return kLineFilesValue;
+        return &fault::kFilesValue;
     case kTypeUnknown:
-        return 0;
+        return nullptr;
     case kTypeImage:
         *faultValue = kImageFaultValue;
-        return kLineImageValue;
+        return &fault::kImageValue;
     default:
         *faultValue = r.type;
         *stop = true;
-        return kLineInvalidType;
+        return &fault::kUpdateInvalidType;
     }
     MarkValueChanged(r);
-    return 0;
+    return nullptr;
 }
 
 void ApplyLayout(ControlRecord& r, const Data& data) {
@@ -145,13 +143,14 @@ std::int32_t DecodeItems(ReceiveSource& source, Apply apply) {
         if (n > limits::kMaxItemBytes) return kDecodeMalformed;
         if (std::int32_t rc = ReceiveBytes(source, n, &data)) return rc;
         bool stop = false;
-        long faultLine = 0, faultValue = 0;
+        const fault::Site* site = nullptr;
+        long faultValue = 0;
         {
             ControlsHold hold;
-            if (ControlRecord* r = FindControl(key)) faultLine = apply(*r, data, &stop, &faultValue);
+            if (ControlRecord* r = FindControl(key)) site = apply(*r, data, &stop, &faultValue);
         }
         // Boxes are shown outside the lock, so the screen is not blocked behind them.
-        if (faultLine) plat::ShowFaultBox(faultLine, kLinkSourceFile, faultValue);
+        if (site) plat::ShowFaultBox(*site, faultValue);
         if (stop) return kDecodeMalformed;
     }
     return 0;
@@ -162,8 +161,9 @@ std::int32_t DecodeItems(ReceiveSource& source, Apply apply) {
 std::int32_t DecodeValueUpdates(ReceiveSource& source) { return DecodeItems(source, ApplyValue); }
 
 std::int32_t DecodeLayoutUpdates(ReceiveSource& source) {
-    return DecodeItems(source, [](ControlRecord& r, const Data& data, bool*, long*) -> long {
+    return DecodeItems(source, [](ControlRecord& r, const Data& data, bool*,
+                                  long*) -> const fault::Site* {
         ApplyLayout(r, data);
-        return 0;
+        return nullptr;
     });
 }

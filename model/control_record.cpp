@@ -14,23 +14,3 @@ std::size_t TextBuffer::Length() const {
     while (p[n] != u'\0') ++n;
     return n;
 }
-
-const char16_t* ControlTypeName(std::uint16_t type) {
-    switch (type) {
-    case kTypeText: return u"Text";
-    case kTypeButton: return u"Button";
-    case kTypeCheckBox: return u"Check Box";
-    case kTypeSection: return u"Section";
-    case kTypeDateTime: return u"Date Time";
-    case kTypeNumber: return u"Number";
-    case kTypeChart: return u"Line Chart";
-    case kTypePassword: return u"Password";
-    case kTypeList: return u"Looping List";
-    case kTypeMessage: return u"Message";
-    case kTypeBlob: return u"Blob";
-    case kTypeFiles: return u"Files";
-    case kTypeUnknown: return u"Unknown";
-    case kTypeImage: return u"Image";
-    default: return u"";
-    }
-}

@@ -146,5 +146,3 @@ struct ControlRecord {
     bool hasReceivedPath = false;
 };
 
-// The names the layout list shows for a type and style (empty for an invalid type).
-const char16_t* ControlTypeName(std::uint16_t type);

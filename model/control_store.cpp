@@ -1,8 +1,7 @@
 #include "model/control_store.h"
 
-#include "link/link_client.h"
-#include "link/value_encoder.h"
 #include "platform/message_box.h"
+#include "platform/program_lock.h"
 
 #include <algorithm>
 #include <cstring>
@@ -11,9 +10,6 @@ namespace {
 
 ControlList g_controls;
 
-constexpr long kLineSetInvalidType = 2963;
-constexpr long kLineGetInvalidType = 3226;
-constexpr long kLineFlagsInvalidType = 3298;
 
 std::size_t Smaller(std::size_t a, std::size_t b) { return a < b ? a : b; }
 
@@ -29,32 +25,12 @@ bool CheckTypes(const std::vector<ControlRecord>& records) {
     return true;
 }
 
-// Attaches the outgoing passwords, sends, and detaches them again.
-std::int32_t SendPassword(std::uint32_t id, const char16_t* first, const char16_t* second) {
-    {
-        ControlsHold hold;
-        ControlRecord* r = FindControl(id);
-        if (!r) return 0;
-        if (r->type != kTypePassword) return kWrongType;
-        r->outPassword1 = first;
-        r->outPassword2 = second;
-        r->sendPending = 1;
-    }
-    LinkSendPendingValues();
-    ControlsHold hold;
-    if (ControlRecord* r = FindControl(id)) {
-        r->outPassword1 = nullptr;
-        r->outPassword2 = nullptr;
-    }
-    return 0;
-}
-
 }  // namespace
 
 ControlList& Controls() { return g_controls; }
 
-void LockControls() { plat::LockEnter(Link().lock); }
-void UnlockControls() { plat::LockLeave(Link().lock); }
+void LockControls() { plat::LockEnter(plat::ProgramLock()); }
+void UnlockControls() { plat::LockLeave(plat::ProgramLock()); }
 
 void SwapInControls(std::vector<ControlRecord>&& records) {
     std::vector<ControlRecord> previous;
@@ -154,7 +130,7 @@ std::int32_t GetControlFlags(std::uint32_t id, std::uint32_t* flags, std::uint32
         *flags = r->flags;
         *style = r->background;
     } else {
-        plat::ShowFaultBox(kLineFlagsInvalidType, kLinkSourceFile, r->type);
+        plat::ShowFaultBox(fault::kFlagsInvalidType, r->type);
     }
     r->layoutChanged = 0;
     return 0;
@@ -228,7 +204,7 @@ std::int32_t SetControlValue(std::uint32_t id, const void* data, std::size_t siz
         }
         break;
     default:
-        plat::ShowFaultBox(kLineSetInvalidType, kLinkSourceFile, r->type);
+        plat::ShowFaultBox(fault::kSetInvalidType, r->type);
         return 0;
     }
     r->valueChanged = 0;
@@ -289,7 +265,7 @@ std::int32_t GetControlValue(std::uint32_t id, void* data, std::size_t* size) {
         r->valueChanged = 0;
         return 0;
     default:
-        plat::ShowFaultBox(kLineGetInvalidType, kLinkSourceFile, r->type);
+        plat::ShowFaultBox(fault::kGetInvalidType, r->type);
         return 0;
     }
     bool oneByte = r->type == kTypeButton || r->type == kTypeCheckBox ||
@@ -318,17 +294,6 @@ std::int32_t ClearRadioGroup(std::uint32_t group) {
     }
     return 0;
 }
-
-std::int32_t SubmitPassword(std::uint32_t id, const char16_t* text) {
-    return SendPassword(id, text ? text : u"", u"");
-}
-
-std::int32_t ChangePassword(std::uint32_t id, const char16_t* oldText, const char16_t* newText) {
-    if (!newText || !*newText) return kWrongType;
-    return SendPassword(id, oldText ? oldText : u"", newText);
-}
-
-std::int32_t LogOut(std::uint32_t id) { return SubmitPassword(id, u""); }
 
 std::int32_t LayoutNoOp(std::int32_t, std::int32_t) { return 0; }
 

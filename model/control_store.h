@@ -1,5 +1,5 @@
 // The controls of the connected panel and the operations that read and change them under the
-// program lock (the link's lock).
+// program lock (which also keeps the link's frames apart).
 //
 // Operations marked "locked" take the lock themselves; the index-based getters expect the
 // caller to hold it (LockControls) for anything beyond a single read. The lock is recursive.
@@ -71,9 +71,6 @@ std::int32_t SetControlValue(std::uint32_t id, const void* data, std::size_t siz
 // With data null: *size becomes the size the value needs. Otherwise copies min(*size, need).
 std::int32_t GetControlValue(std::uint32_t id, void* data, std::size_t* size);
 std::int32_t ClearRadioGroup(std::uint32_t group);
-std::int32_t SubmitPassword(std::uint32_t id, const char16_t* text);
-std::int32_t ChangePassword(std::uint32_t id, const char16_t* oldText, const char16_t* newText);
-std::int32_t LogOut(std::uint32_t id);
 std::int32_t LayoutNoOp(std::int32_t index, std::int32_t value);
 
 // Copies of one record (locked); false when the id is absent.

@@ -1,9 +1,23 @@
 #include "model/device_settings.h"
 
-#include "link/link_client.h"
+#include "platform/program_lock.h"
 #include "platform/settings_store.h"
 
 #include <cstdio>
+
+namespace {
+std::u16string g_panelName = u"Tremolanth";
+}  // namespace
+
+void SetSettingsPanelName(const std::u16string& name) {
+    plat::ProgramLockHold hold;
+    g_panelName = name;
+}
+
+std::u16string SettingsPanelName() {
+    plat::ProgramLockHold hold;
+    return g_panelName;
+}
 
 std::u16string DeviceSettingName(std::uint32_t owner, std::uint32_t kind) {
     char name[17];
@@ -14,7 +28,7 @@ std::u16string DeviceSettingName(std::uint32_t owner, std::uint32_t kind) {
 
 std::int32_t ReadDeviceSetting(std::uint32_t owner, std::uint32_t kind, std::int32_t fallback) {
     std::uint32_t value;
-    if (plat::SettingsRead(LinkPanelId(), DeviceSettingName(owner, kind), &value) != 0) {
+    if (plat::SettingsRead(SettingsPanelName(), DeviceSettingName(owner, kind), &value) != 0) {
         return fallback;
     }
     return static_cast<std::int32_t>(value);
@@ -22,9 +36,9 @@ std::int32_t ReadDeviceSetting(std::uint32_t owner, std::uint32_t kind, std::int
 
 std::int32_t HasDeviceSetting(std::uint32_t owner, std::uint32_t kind) {
     std::uint32_t value;
-    return plat::SettingsRead(LinkPanelId(), DeviceSettingName(owner, kind), &value) == 0 ? 1 : 0;
+    return plat::SettingsRead(SettingsPanelName(), DeviceSettingName(owner, kind), &value) == 0 ? 1 : 0;
 }
 
 std::int32_t WriteDeviceSetting(std::uint32_t owner, std::uint32_t kind, std::uint32_t value) {
-    return plat::SettingsWrite(LinkPanelId(), DeviceSettingName(owner, kind), value);
+    return plat::SettingsWrite(SettingsPanelName(), DeviceSettingName(owner, kind), value);
 }

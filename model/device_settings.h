@@ -1,6 +1,9 @@
 // Per-panel settings: 32-bit values addressed by (owner, kind), owner 0 for the whole panel or
 // a control key, kept under the current panel name. There is no cache: every call reaches the
 // store, and every read failure gives the default.
+//
+// The panel name is handed down by whoever learns it (the link at start, the identity the
+// device sends); until then settings land under the product name.
 #pragma once
 
 #include <cstdint>
@@ -18,6 +21,10 @@ inline constexpr std::uint32_t kSettingChartValueMin = 512;
 inline constexpr std::uint32_t kSettingChartValueMax = 528;
 inline constexpr std::uint32_t kSettingChartSampleMin = 544;
 inline constexpr std::uint32_t kSettingChartSampleMax = 560;
+
+// The name the settings are kept under from now on (under the program lock).
+void SetSettingsPanelName(const std::u16string& name);
+std::u16string SettingsPanelName();
 
 std::int32_t ReadDeviceSetting(std::uint32_t owner, std::uint32_t kind, std::int32_t fallback);
 std::int32_t HasDeviceSetting(std::uint32_t owner, std::uint32_t kind);

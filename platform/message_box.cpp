@@ -26,8 +26,8 @@ std::u16string FaultBoxText(long line, const char* file, long value) {
     return Utf8ToUtf16(buffer);
 }
 
-void ShowFaultBox(long line, const char* file, long value) {
-    ShowMessageBox(nullptr, FaultBoxText(line, file, value), u"", kMbOk);
+void ShowFaultBox(fault::Site site, long value) {
+    ShowMessageBox(nullptr, FaultBoxText(site.line, site.file, value), u"", kMbOk);
 }
 
 }  // namespace plat

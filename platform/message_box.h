@@ -4,6 +4,7 @@
 // the text, caption and flags of each box the program raised.
 #pragma once
 
+#include "platform/fault_sites.h"
 #include "platform/types.h"
 
 #include <string>
@@ -33,7 +34,7 @@ using MessageBoxHook = int (*)(WindowRef owner, const std::u16string& text,
 MessageBoxHook SetMessageBoxHook(MessageBoxHook hook);
 
 // The internal-fault box: "At <line> file <file>, val=<value>" with an empty caption.
-void ShowFaultBox(long line, const char* file, long value);
+void ShowFaultBox(fault::Site site, long value);
 
 // What ShowFaultBox shows, for tests that look for a particular fault.
 std::u16string FaultBoxText(long line, const char* file, long value);

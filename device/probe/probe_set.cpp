@@ -1,6 +1,7 @@
 #include "device/probe/probe_set.h"
 
 #include "device/date_time.h"
+#include "link/password_send.h"
 #include "link/value_encoder.h"
 #include "model/control_store.h"
 #include "platform/utf.h"

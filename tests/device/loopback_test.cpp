@@ -5,6 +5,7 @@
 #include "device/demo/demo_device.h"
 #include "device/server.h"
 #include "link/link_client.h"
+#include "link/password_send.h"
 #include "link/value_encoder.h"
 #include "model/control_store.h"
 #include "model/device_settings.h"

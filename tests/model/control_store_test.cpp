@@ -1,4 +1,5 @@
 #include "link/link_client.h"
+#include "link/password_send.h"
 #include "model/control_store.h"
 #include "tests/support/recorders.h"
 #include "tests/support/wire_builder.h"
@@ -21,8 +22,7 @@ ControlRecord Make(std::uint16_t type, std::uint32_t key, std::uint32_t flags = 
 
 class Store : public ::testing::Test {
 protected:
-    void SetUp() override { LinkInit(); }
-    void TearDown() override { LinkShutdown(); }
+    void TearDown() override { TearDownControls(); }
     void Load(std::vector<ControlRecord> records) { SwapInControls(std::move(records)); }
     MessageBoxRecorder boxes;
 };

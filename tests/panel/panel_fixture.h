@@ -80,8 +80,7 @@ class PanelTest : public ::testing::Test {
 protected:
     void SetUp() override {
         LinkInit();
-        plat::LockHold hold(Link().lock);
-        Link().panelId = plat::Utf8ToUtf16(testing_support::UniqueName("rows"));
+        SetSettingsPanelName(plat::Utf8ToUtf16(testing_support::UniqueName("rows")));
     }
     void TearDown() override {
         {

@@ -5,7 +5,7 @@
 
 TEST(MessageBox, TheFaultBoxHasItsTextAndAnEmptyCaption) {
     testing_support::MessageBoxRecorder boxes;
-    plat::ShowFaultBox(547, "tmqbthppcvcomclt", -1);
+    plat::ShowFaultBox(fault::kUnknownType, -1);
     ASSERT_EQ(1u, boxes.Count());
     auto box = boxes.Boxes()[0];
     EXPECT_EQ(u"At 547 file tmqbthppcvcomclt, val=-1", box.text);

@@ -20,12 +20,9 @@ namespace {
 
 class DeviceSettings : public ::testing::Test {
 protected:
-    void SetUp() override { LinkInit(); }
+    void SetUp() override { SetSettingsPanelName(u""); }
     void TearDown() override { LinkShutdown(); }
-    void AnnouncePanel(const std::u16string& name) {
-        plat::LockHold hold(Link().lock);
-        Link().panelId = name;
-    }
+    void AnnouncePanel(const std::u16string& name) { SetSettingsPanelName(name); }
     TempFolder folder_;
 };
 
@@ -39,7 +36,8 @@ TEST(SettingName, IsOwnerThenKindInSixteenHexDigits) {
 }
 
 TEST_F(DeviceSettings, BeforeTheIdentityTheProductNameIsThePanel) {
-    EXPECT_EQ(u"Tremolanth", LinkPanelId());
+    LinkInit();  // hands the product name down to the settings
+    EXPECT_EQ(u"Tremolanth", SettingsPanelName());
     std::uint32_t owner = 0x7E570000 | (static_cast<std::uint32_t>(::testing::UnitTest::GetInstance()->random_seed()) & 0xFFFF);
     ASSERT_EQ(0, WriteDeviceSetting(owner, 336, 2));
     std::uint32_t raw = 0;
