@@ -23,9 +23,9 @@ CheckToggle ToggleCheckControl(std::uint32_t controlId) {
     result.group = group;
     result.value = value;
     if (group != 0) {
-        result.image = value ? 5 : kImageRadioOff;
+        result.image = value ? kImageRadioOn : kImageRadioOff;
     } else {
-        result.image = value ? 3 : 4;
+        result.image = value ? kImageCheckOn : kImageCheckOff;
     }
     return result;
 }

@@ -3,9 +3,9 @@
 // sent at once.
 #pragma once
 
-#include <cstdint>
+#include "panel/row_image_index.h"
 
-inline constexpr int kImageRadioOff = 6;  // the row image of a radio box that is off
+#include <cstdint>
 
 struct CheckToggle {
     bool done = false;        // false: not a check box in the store, nothing changed

@@ -2,8 +2,10 @@
 
 #include "model/control_store.h"
 #include "model/device_settings.h"
+#include "panel/control_styles.h"
 #include "panel/datetime_text.h"
 #include "panel/number_text.h"
+#include "panel/row_image_index.h"
 
 #include <string_view>
 #include <vector>
@@ -159,25 +161,30 @@ int RowImage(std::uint32_t controlId) {
     if (!r) return -1;
     const bool variant = (r->flags & kFlagVariant) != 0;
     switch (r->type) {
-    case kTypeText: return variant ? 17 : 1;
-    case kTypeButton: return 2;
+    case kTypeText: return variant ? kImageTextEditable : kImageText;
+    case kTypeButton: return kImageButton;
     case kTypeCheckBox: {
         bool on = ReadByte(controlId) != 0;
-        if (r->group != 0) return on ? 5 : 6;
-        return on ? 3 : 4;
+        if (r->group != 0) return on ? kImageRadioOn : kImageRadioOff;
+        return on ? kImageCheckOn : kImageCheckOff;
     }
-    case kTypeSection: return ReadByte(controlId) ? 11 : 10;
-    case kTypeDateTime: return 9;
+    case kTypeSection: return ReadByte(controlId) ? kImageSectionOn : kImageSectionOff;
+    case kTypeDateTime: return kImageDateTime;
     case kTypeNumber:
-        if (!variant) return 13;
-        return ReadDeviceSetting(controlId, kSettingLayoutStyle, 0) == 1 ? 19 : 18;
-    case kTypeChart: return 14;
-    case kTypePassword: return ReadByte(controlId) ? 8 : 7;
-    case kTypeList: return ReadDeviceSetting(controlId, kSettingLayoutStyle, 0) == 2 ? 20 : 12;
-    case kTypeBlob: return 15;
-    case kTypeFiles: return 16;
-    case kTypeUnknown: return 21;
-    case kTypeImage: return variant ? 2 : 21;
+        if (!variant) return kImageNumberReadOnly;
+        return ReadDeviceSetting(controlId, kSettingLayoutStyle, 0) == kStyleNumberNoSpin
+                   ? kImageNumberNoSpin
+                   : kImageNumber;
+    case kTypeChart: return kImageChart;
+    case kTypePassword: return ReadByte(controlId) ? kImagePasswordIn : kImagePasswordOut;
+    case kTypeList:
+        return ReadDeviceSetting(controlId, kSettingLayoutStyle, 0) == kStyleListNoSpin
+                   ? kImageListNoSpin
+                   : kImageList;
+    case kTypeBlob: return kImageBlob;
+    case kTypeFiles: return kImageFiles;
+    case kTypeUnknown: return kImageUnknown;
+    case kTypeImage: return variant ? kImageButton : kImageUnknown;
     default: return 0;
     }
 }

@@ -242,6 +242,7 @@ def unknown(c, o):
     c.text(o + 4, 3, "?", WHITE, scale=2)
 
 
+# In the order of panel/row_image_index.h, which names each index for the code.
 ROW_IMAGES = [
     device,                               # 0 device
     text_row,                             # 1 text

@@ -2,6 +2,7 @@
 
 #include "device/json_line.h"
 #include "link/link_client.h"
+#include "panel/control_styles.h"
 #include "platform/utf.h"
 
 #include <string_view>
@@ -165,7 +166,8 @@ std::string ControlJson(const ControlRecord& r) {
     JsonObject o;
     JsonAdd(o, "key", std::int64_t{r.controlKey});
     JsonAdd(o, "type", std::int64_t{r.type});
-    JsonAdd(o, "typeName", Utf8(ControlTypeName(r.type)));
+    auto styles = StyleNames(r.type);
+    JsonAdd(o, "typeName", Utf8(styles.empty() ? u"" : styles.front()));
     JsonAdd(o, "flags", std::int64_t{r.flags});
     JsonAdd(o, "background", std::int64_t{r.background});
     JsonAdd(o, "label", Utf8(r.label));
