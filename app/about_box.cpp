@@ -1,10 +1,9 @@
 #include "app/about_box.h"
 
-#include "app/app_state.h"
-#include "app/message_boxes.h"
 #include "link/link_client.h"
-#include "platform/win32/phone_shell.h"
 #include "res/resource.h"
+#include "shell/full_screen_dialog.h"
+#include "shell/shell_state.h"
 
 namespace {
 
@@ -12,13 +11,15 @@ BOOL OnInitDialog(HWND dialog) {
     std::u16string title = LinkPanelId();
     auto text = reinterpret_cast<const wchar_t*>(title.c_str());
     SetWindowTextW(dialog, text);
-    if (App().deviceListWindow) SetWindowTextW(App().deviceListWindow, text);
+    if (Shell().deviceListWindow) SetWindowTextW(Shell().deviceListWindow, text);
     SetDlgItemTextW(dialog, IDC_COMPILED, __DATE__ L", " __TIME__);
-    ShellInitDialog(dialog);
-    if (!ShellCreateMenuBar(dialog, IDM_DONE)) {
-        ShowMenubarFailed(dialog);
-        DestroyWindow(dialog);
-    }
+    ShellStartDialog(dialog, {IDM_DONE, DialogRole::kScreen, 0});
+    return TRUE;
+}
+
+BOOL OnCommand(HWND dialog, int id) {
+    if (id != IDCANCEL && id != IDC_DONE) return FALSE;
+    ShellEndDialog(dialog, 0);
     return TRUE;
 }
 
@@ -27,19 +28,12 @@ INT_PTR CALLBACK AboutProc(HWND dialog, UINT message, WPARAM wParam, LPARAM) {
     case WM_INITDIALOG:
         return OnInitDialog(dialog);
     case WM_COMMAND:
-        if (LOWORD(wParam) == IDCANCEL || LOWORD(wParam) == IDC_DONE) {
-            EndDialog(dialog, 0);
-            return TRUE;
-        }
-        break;
+        return OnCommand(dialog, LOWORD(wParam));
     default:
-        break;
+        return FALSE;
     }
-    return FALSE;
 }
 
 }  // namespace
 
-void ShowAboutBox() {
-    DialogBoxW(App().instance, MAKEINTRESOURCEW(IDD_ABOUT), App().mainWindow, AboutProc);
-}
+void ShowAboutBox() { ShellRunDialog(IDD_ABOUT, AboutProc); }

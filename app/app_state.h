@@ -1,19 +1,11 @@
-// Program-wide state of the Windows program, held in one place.
+// State of the Windows program that only the application shell uses; what the windows share
+// is in the shell's state.
 #pragma once
 
-#include <windows.h>
+#include "shell/shell_state.h"
 
 struct AppState {
-    HINSTANCE instance = nullptr;
-    HWND mainWindow = nullptr;
-    HFONT listFont = nullptr;
-    HWND deviceListWindow = nullptr;
-    HWND panelScreen = nullptr;     // the panel dialog (recorded at its start, kept after)
-    HWND currentDialog = nullptr;   // the open editor or data view, none otherwise
-    int listWidth = 0;              // client width of a full-screen list, in pixels
-    int currentDevice = -1;         // index into the device table, -1 when none
-    bool pingTimerRunning = false;  // timer 2 was started (never cleared: see StopPingTimer)
-    bool sendPending = false;       // timer 3 runs to send a stepped value
+    int currentDevice = -1;  // index into the device table, -1 when none
 };
 
 AppState& App();

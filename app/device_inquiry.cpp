@@ -1,9 +1,9 @@
 #include "app/device_inquiry.h"
 
 #include "app/app_state.h"
-#include "app/message_boxes.h"
 #include "app/wait_cursor.h"
 #include "link/network_devices.h"
+#include "shell/product_boxes.h"
 
 namespace {
 
@@ -28,7 +28,7 @@ void ReportProblems(const NetworkDeviceList& list) {
     if (list.problems.empty()) return;
     std::wstring text = L"TREMOLANTH_DEVICES:";
     for (const auto& problem : list.problems) text += L"\n" + Wide(problem);
-    HWND owner = IsWindow(App().deviceListWindow) ? App().deviceListWindow : App().mainWindow;
+    HWND owner = IsWindow(Shell().deviceListWindow) ? Shell().deviceListWindow : Shell().mainWindow;
     ShowProductBox(owner, text, MB_ICONEXCLAMATION);
 }
 

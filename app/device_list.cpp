@@ -2,15 +2,14 @@
 
 #include "app/about_box.h"
 #include "app/app_state.h"
-#include "app/app_texts.h"
 #include "app/device_inquiry.h"
-#include "app/list_view.h"
-#include "app/message_boxes.h"
 #include "app/panel_screen.h"
 #include "app/row_images.h"
 #include "platform/message_box.h"
-#include "platform/win32/phone_shell.h"
 #include "res/resource.h"
+#include "shell/full_screen_dialog.h"
+#include "shell/list_view.h"
+#include "shell/product_boxes.h"
 
 #include <commctrl.h>
 
@@ -18,8 +17,6 @@
 
 namespace {
 
-constexpr UINT_PTR kFocusTimer = 1;
-constexpr long kLineRescanFailed = 523;
 
 HWND ListOf(HWND dialog) { return GetDlgItem(dialog, IDC_DEVICE_LIST); }
 
@@ -28,7 +25,7 @@ void SetUpList(HWND list, int count) {
     ListView_SetImageList(list, CreateRowImages(CLR_NONE), LVSIL_SMALL);
     ListView_SetBkColor(list, CLR_NONE);
     // Past nine devices a scroll bar may appear: the name column gives way.
-    int nameWidth = App().listWidth - 14 - (count > 9 ? 6 : 0);
+    int nameWidth = Shell().listWidth - 14 - (count > 9 ? 6 : 0);
     LVCOLUMNW column{};
     column.mask = LVCF_FMT | LVCF_WIDTH;
     column.fmt = LVCFMT_LEFT;
@@ -57,26 +54,21 @@ void Rescan(HWND dialog) {
     if ((rc & 0xFFFF) == 0) {
         FillDeviceList(dialog, false);
     } else {
-        plat::ShowFaultBox(kLineRescanFailed, kShellSource, rc);
+        plat::ShowFaultBox(fault::kRescanFailed, rc);
     }
 }
 
 BOOL OnInitDialog(HWND dialog) {
-    App().deviceListWindow = dialog;
-    ShellInitDialog(dialog);
-    if (!ShellCreateMenuBar(dialog, IDM_DEVICES)) {
-        ShowMenubarFailed(dialog);
-        DestroyWindow(dialog);
-        return TRUE;
-    }
+    Shell().deviceListWindow = dialog;
+    if (!ShellStartDialog(dialog, {IDM_DEVICES, DialogRole::kScreen, 0})) return TRUE;
     HWND list = ListOf(dialog);
     RECT client;
     GetClientRect(dialog, &client);
     MoveWindow(list, 0, 0, client.right, client.bottom, FALSE);
-    App().listWidth = client.right;
-    SendMessageW(list, WM_SETFONT, reinterpret_cast<WPARAM>(App().listFont), TRUE);
-    FillDeviceList(dialog, true);
-    SetTimer(dialog, kFocusTimer, 1, nullptr);
+    Shell().listWidth = client.right;
+    SendMessageW(list, WM_SETFONT, reinterpret_cast<WPARAM>(Shell().listFont), TRUE);
+    FillDeviceList(dialog, true);  // may say that no device was found
+    ShellStartFocusTimer(dialog);
     return TRUE;
 }
 
@@ -100,7 +92,7 @@ BOOL OnCommand(HWND dialog, int id) {
         return TRUE;
     case IDCANCEL:
     case IDC_DONE_DEVICES:
-        EndDialog(dialog, 0);
+        ShellEndDialog(dialog, 0);
         return TRUE;
     case IDC_ABOUT:
         ShowAboutBox();
@@ -116,9 +108,7 @@ INT_PTR CALLBACK DeviceListProc(HWND dialog, UINT message, WPARAM wParam, LPARAM
     case WM_INITDIALOG:
         return OnInitDialog(dialog);
     case WM_TIMER:
-        KillTimer(dialog, kFocusTimer);
-        SetFocus(ListOf(dialog));
-        return TRUE;
+        return ShellTakeFocus(dialog, wParam, ListOf(dialog));
     case WM_NOTIFY:
         if (const NMLVKEYDOWN* key = ListKeyDown(lParam, IDC_DEVICE_LIST)) {
             OnKeyDown(dialog, key);
@@ -135,7 +125,8 @@ INT_PTR CALLBACK DeviceListProc(HWND dialog, UINT message, WPARAM wParam, LPARAM
 }  // namespace
 
 INT_PTR RunDeviceList(HWND owner) {
-    return DialogBoxW(App().instance, MAKEINTRESOURCEW(IDD_DEVICE_LIST), owner, DeviceListProc);
+    return DialogBoxParamW(Shell().instance, MAKEINTRESOURCEW(IDD_DEVICE_LIST), owner,
+                           DeviceListProc, 0);
 }
 
 void FillDeviceList(HWND dialog, bool firstTime) {

@@ -4,9 +4,9 @@
 #include "app/app_texts.h"
 #include "app/device_inquiry.h"
 #include "app/device_list.h"
-#include "app/message_boxes.h"
-#include "platform/win32/phone_shell.h"
 #include "res/resource.h"
+#include "shell/phone_shell.h"
+#include "shell/product_boxes.h"
 
 namespace {
 
@@ -23,14 +23,14 @@ LRESULT OnCreate(HWND window) {
     font.lfHeight = -(GetDeviceCaps(dc, LOGPIXELSY) * 11 / 72);  // 11 points
     ReleaseDC(window, dc);
     font.lfWeight = 600;
-    App().listFont = CreateFontIndirectW(&font);
+    Shell().listFont = CreateFontIndirectW(&font);
     SetTimer(window, kOpenTimer, 1, nullptr);
     return 0;
 }
 
 void OnDestroy(HWND window) {
-    DeleteObject(App().listFont);
-    App().listFont = nullptr;
+    DeleteObject(Shell().listFont);
+    Shell().listFont = nullptr;
     ShellDetachScreen(window);
     PostQuitMessage(0);
 }

@@ -2,11 +2,13 @@
 #include "app/app_state.h"
 #include "app/device_table.h"
 #include "app/panel_screen.h"
-#include "app/panel_timers.h"
 #include "link/link_client.h"
 #include "model/control_store.h"
 #include "panel/win32/control_activation.h"
 #include "panel/win32/control_rows.h"
+#include "panel/win32/panel_timers.h"
+#include "res/resource.h"
+#include "shell/view_messages.h"
 
 #include <commctrl.h>
 
@@ -47,7 +49,7 @@ void StopLink() {
 // One held section is let go per press of Done, so that the device sees each go off before
 // the screen closes.
 void LeavePanel(HWND dialog) {
-    HeldSection held = FindHeldSection(GetDlgItem(dialog, kPanelListId));
+    HeldSection held = FindHeldSection(GetDlgItem(dialog, IDC_PANEL_LIST));
     if (held.row >= 0) {
         ToggleSection(dialog, held.id, held.row);
         return;
@@ -60,9 +62,15 @@ void LeavePanel(HWND dialog) {
 void DisconnectPanel() {
     StopLink();
     if (!Link().sessionFlagC) {
-        if (App().currentDialog) SendMessageW(App().currentDialog, kCloseMessage, 0, 0);
-        if (App().panelScreen) SendMessageW(App().panelScreen, kCloseMessage, 0, 0);
+        if (Shell().currentDialog) SendMessageW(Shell().currentDialog, kCloseViewsMessage, 0, 0);
+        if (Shell().panelScreen) SendMessageW(Shell().panelScreen, kCloseViewsMessage, 0, 0);
     }
     App().currentDevice = -1;
-    if (App().pingTimerRunning && App().panelScreen) KillTimer(App().panelScreen, kPingTimer);
+    if (PanelMarks().pingTimerRunning && Shell().panelScreen) KillTimer(Shell().panelScreen, kPingTimer);
+}
+
+// Keep-alive: a ping that cannot be sent, or the last one never answered, ends the link.
+void OnPingTimer() {
+    if (!LinkIsOpen() || !Link().sessionFlagA) return;
+    if (LinkSendPing() != 0) DisconnectPanel();
 }

@@ -1,17 +1,14 @@
 // What the panel screen does with each result of the receive worker, and the next worker.
-#include "app/app_state.h"
-#include "app/app_texts.h"
 #include "app/panel_screen.h"
-#include "app/panel_timers.h"
 #include "link/link_client.h"
+#include "link/link_results.h"
 #include "model/control_store.h"
 #include "panel/win32/control_rows.h"
+#include "panel/win32/panel_timers.h"
+#include "platform/browser.h"
 #include "platform/message_box.h"
-#include "platform/win32/browser.h"
 
 namespace {
-
-constexpr long kLineRestartFailed = 319;
 
 void Inform(const char16_t* text) {
     plat::ShowMessageBox(nullptr, text, u"Tremolanth", plat::kMbIconAsterisk);
@@ -35,38 +32,38 @@ void OpenReceivedFiles() {
 
 void OnLinkResult(HWND dialog) {
     switch (Link().lastResult.load()) {
-    case -2:
+    case kResultIncompatible:
         Inform(u"This is an incompatible device.  Check if a newer version of Tremolanth "
                u"client for Smartphone is available.");
         break;
-    case -1:
+    case kResultUnintelligible:
         Inform(u"This program does not know what to do with the data supplied by the remote "
                u"device.");
         return;  // reception stops
-    case 1:
+    case kResultIdentity:
         SetPingTimer(dialog, PingSeconds());
         break;
-    case 2:
+    case kResultPanel:
         if (ControlCount() == 0) Inform(u"The control panel has no controls!");
         FillControlRows(dialog);
         break;
-    case 3:
+    case kResultSessionEnd:
         DisconnectPanel();
         StopPingTimer(dialog);
         return;  // the device ended the session
-    case 7:
+    case kResultValues:
         RefreshChangedRows(dialog);
         break;
-    case 8:
+    case kResultReload:
         LinkRestart();
         break;
-    case 9:
+    case kResultLayouts:
         RefreshLayoutChanges(dialog);
         break;
-    case 10:
+    case kResultFiles:
         OpenReceivedFiles();
         break;
-    case 11:
+    case kResultSettings:
         FillControlRows(dialog);
         break;
     default:
@@ -74,6 +71,6 @@ void OnLinkResult(HWND dialog) {
     }
     std::int32_t rc = LinkStartReceiver(dialog, kResultMessage);
     if (rc != kLinkOk && rc != kLinkNoSocket) {
-        plat::ShowFaultBox(kLineRestartFailed, kPanelSource, rc);
+        plat::ShowFaultBox(fault::kRestartFailed, rc);
     }
 }

@@ -3,9 +3,6 @@
 #include "app/about_box.h"
 #include "app/app_state.h"
 #include "app/device_table.h"
-#include "app/list_view.h"
-#include "app/message_boxes.h"
-#include "app/panel_timers.h"
 #include "app/row_images.h"
 #include "app/wait_cursor.h"
 #include "link/link_client.h"
@@ -15,9 +12,14 @@
 #include "panel/win32/control_activation.h"
 #include "panel/win32/control_rows.h"
 #include "panel/win32/layout_dialog.h"
+#include "panel/win32/panel_timers.h"
 #include "panel/win32/pings_dialog.h"
-#include "platform/win32/phone_shell.h"
 #include "res/resource.h"
+#include "shell/full_screen_dialog.h"
+#include "shell/list_view.h"
+#include "shell/phone_shell.h"
+#include "shell/product_boxes.h"
+#include "shell/view_messages.h"
 
 #include <commctrl.h>
 
@@ -49,13 +51,13 @@ void SetUpList(HWND dialog) {
     RECT client;
     GetClientRect(dialog, &client);
     MoveWindow(list, 0, 0, client.right, client.bottom, FALSE);
-    SendMessageW(list, WM_SETFONT, reinterpret_cast<WPARAM>(App().listFont), TRUE);
+    SendMessageW(list, WM_SETFONT, reinterpret_cast<WPARAM>(Shell().listFont), TRUE);
     HIMAGELIST images = CreateRowImages(RGB(0, 255, 0));
     ClearFastKeys(FastKeys());
     ListView_SetExtendedListViewStyle(list, LVS_EX_FULLROWSELECT);
     ListView_SetBkColor(list, CLR_NONE);
     ListView_SetImageList(list, images, LVSIL_SMALL);
-    int screenWidth = App().listWidth > 0 ? App().listWidth : client.right;
+    int screenWidth = Shell().listWidth > 0 ? Shell().listWidth : client.right;
     LVCOLUMNW column{};
     column.mask = LVCF_FMT | LVCF_WIDTH;
     column.fmt = LVCFMT_LEFT;
@@ -68,7 +70,7 @@ void SetUpList(HWND dialog) {
 BOOL OnInitDialog(HWND dialog) {
     HCURSOR saved;
     BeginWaitCursor(&saved);
-    App().panelScreen = dialog;
+    Shell().panelScreen = dialog;
     if (ConnectToDevice(Devices(), dialog, App().currentDevice) == plat::kInvalidSocket) {
         ShowUnableToConnect(dialog);
         Abandon(dialog, -1);
@@ -77,21 +79,15 @@ BOOL OnInitDialog(HWND dialog) {
     }
     std::u16string name = LinkPanelId();
     SetWindowTextW(dialog, reinterpret_cast<const wchar_t*>(name.c_str()));
-    SetWindowTextW(App().deviceListWindow, reinterpret_cast<const wchar_t*>(name.c_str()));
-    if (!ShellInitDialog(dialog)) {
-        EndWaitCursor(saved);
-        return TRUE;
-    }
-    if (!ShellCreateMenuBar(dialog, IDM_PANEL)) {
-        ShowMenubarFailed(dialog);
+    SetWindowTextW(Shell().deviceListWindow, reinterpret_cast<const wchar_t*>(name.c_str()));
+    if (!ShellStartDialog(dialog, {IDM_PANEL, DialogRole::kScreen, 0})) {
         CloseDeviceSocket(Devices());
         App().currentDevice = -1;
-        DestroyWindow(dialog);
         EndWaitCursor(saved);
         return TRUE;
     }
     SetUpList(dialog);
-    SetTimer(dialog, kFocusTimer, 1, nullptr);
+    ShellStartFocusTimer(dialog);
     std::int32_t rc = LinkStart(Devices().socket, dialog, kResultMessage);
     if (rc != kLinkOk) {
         ShowUnableToConnect(dialog);
@@ -183,11 +179,8 @@ BOOL OnCommand(HWND dialog, int id) {
 }
 
 void OnTimer(HWND dialog, UINT_PTR timer) {
+    if (ShellTakeFocus(dialog, timer, ListOf(dialog))) return;
     switch (timer) {
-    case kFocusTimer:
-        KillTimer(dialog, kFocusTimer);
-        SetFocus(ListOf(dialog));
-        break;
     case kPingTimer:
         OnPingTimer();
         break;
@@ -206,7 +199,7 @@ INT_PTR CALLBACK PanelScreenProc(HWND dialog, UINT message, WPARAM wParam, LPARA
     case kResultMessage:
         OnLinkResult(dialog);
         return TRUE;
-    case kCloseMessage:
+    case kCloseViewsMessage:
         EndDialog(dialog, 0);
         return TRUE;
     case WM_TIMER:
@@ -229,8 +222,7 @@ INT_PTR CALLBACK PanelScreenProc(HWND dialog, UINT message, WPARAM wParam, LPARA
 
 INT_PTR OpenPanelScreen(HWND deviceList, int deviceIndex) {
     App().currentDevice = deviceIndex;
-    App().deviceListWindow = deviceList;
+    Shell().deviceListWindow = deviceList;
     SetWindowTextW(deviceList, Devices().entries[deviceIndex].name);
-    return DialogBoxW(App().instance, MAKEINTRESOURCEW(IDD_PANEL), App().mainWindow,
-                      PanelScreenProc);
+    return ShellRunDialog(IDD_PANEL, PanelScreenProc);
 }

@@ -1,12 +1,11 @@
 // The panel screen (dialog 108): one device's control panel, from connecting to leaving.
-// The receive worker reports each message with kResultMessage; 0x8001 closes the screen.
+// The receive worker reports each message with kResultMessage; kCloseViewsMessage closes the
+// screen.
 #pragma once
 
 #include <windows.h>
 
 #include <cstdint>
-
-inline constexpr UINT kCloseMessage = WM_APP + 1;
 
 // Runs the screen for a device of the table. Returns 0 normally, -1 when the device could not
 // be connected, or the link's start code when the link could not be started.
@@ -16,7 +15,8 @@ INT_PTR OpenPanelScreen(HWND deviceList, int deviceIndex);
 // screens to stay open, the open editor and the panel screen.
 void DisconnectPanel();
 
-// Parts of the screen (panel_*.cpp).
+// The pieces of the screen (panel_*.cpp).
 void OnLinkResult(HWND dialog);
 void LeavePanel(HWND dialog);
 void OpenReceivedFiles();
+void OnPingTimer();

@@ -4,28 +4,26 @@
 #include "app/app_texts.h"
 #include "app/device_table.h"
 #include "app/main_window.h"
-#include "app/message_boxes.h"
 #include "app/single_instance.h"
 #include "link/link_client.h"
 #include "platform/message_box.h"
 #include "platform/socket.h"
+#include "shell/product_boxes.h"
 
 #include <commctrl.h>
 
 namespace {
-constexpr long kLineLinkCreate = 284;
-constexpr long kLineLinkDestroy = 330;
 }  // namespace
 
 int TremolanthMain(HINSTANCE instance, int showCommand) {
-    App().instance = instance;
+    Shell().instance = instance;
     bool running = false;
     if (FAILED(CheckSingleInstance(kAppName, nullptr, &running)) || running) return 0;
     return RunProgram(instance, showCommand);
 }
 
 int RunProgram(HINSTANCE instance, int showCommand) {
-    App().instance = instance;
+    Shell().instance = instance;
     INITCOMMONCONTROLSEX controls{sizeof controls, ICC_LISTVIEW_CLASSES | ICC_UPDOWN_CLASS};
     InitCommonControlsEx(&controls);
     if (plat::SocketsStartup() != 0) {
@@ -33,7 +31,7 @@ int RunProgram(HINSTANCE instance, int showCommand) {
         return 0;
     }
     if (std::int32_t rc = LinkInit(); rc != 0) {
-        plat::ShowFaultBox(kLineLinkCreate, kShellSource, rc);
+        plat::ShowFaultBox(fault::kLinkCreate, rc);
     }
     if (!RegisterMainWindowClass(instance)) return 0;
     HWND window = CreateMainWindow(instance);
@@ -41,7 +39,7 @@ int RunProgram(HINSTANCE instance, int showCommand) {
         UnregisterClassW(kAppName, instance);
         return 0;
     }
-    App().mainWindow = window;
+    Shell().mainWindow = window;
     ShowWindow(window, showCommand);
     UpdateWindow(window);
 
@@ -57,11 +55,11 @@ int RunProgram(HINSTANCE instance, int showCommand) {
     // the receive worker end before the link goes.
     CloseDeviceSocket(Devices());
     if (std::int32_t rc = LinkShutdown(); rc != 0) {
-        plat::ShowFaultBox(kLineLinkDestroy, kShellSource, rc);
+        plat::ShowFaultBox(fault::kLinkDestroy, rc);
     }
     plat::SocketsCleanup();
     // The class goes with the window, so that the program can run again in one process.
     UnregisterClassW(kAppName, instance);
-    App().mainWindow = nullptr;
+    Shell().mainWindow = nullptr;
     return static_cast<int>(message.wParam);
 }

@@ -2,7 +2,8 @@
 option(TREMOLANTH_WERROR "Treat warnings as errors" OFF)
 
 function(tremolanth_warnings target)
-    target_compile_options(${target} PRIVATE -Wall -Wextra)
+    target_compile_options(${target} PRIVATE -Wall -Wextra -Wshadow -Wconversion
+                           -Wdouble-promotion)
     # GCC 12 at -O2 reports overlapping or uninitialised copies inside std::string's own
     # inlined code (known false positives of -Wrestrict and -Wmaybe-uninitialized). They stay
     # warnings, but may not fail a -Werror build of correct code.

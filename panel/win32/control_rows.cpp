@@ -2,7 +2,6 @@
 // panel/ files.
 #include "panel/win32/control_rows.h"
 
-#include "app/app_state.h"
 #include "link/link_client.h"
 #include "model/control_store.h"
 #include "panel/check_toggle.h"
@@ -12,6 +11,9 @@
 #include "panel/row_plan.h"
 #include "panel/row_text.h"
 #include "platform/message_box.h"
+#include "res/resource.h"
+#include "shell/shell_state.h"
+#include "shell/view_messages.h"
 
 #include <commctrl.h>
 
@@ -20,15 +22,13 @@
 
 namespace {
 
-constexpr const char* kSourceFile = "controllist";
-constexpr long kLineMessageRow = 1615;
 constexpr int kRowHeight = 18;  // pixels one remembered top row scrolls
 
 LPWSTR Wide(const char16_t* text) {
     return reinterpret_cast<LPWSTR>(const_cast<char16_t*>(text));
 }
 
-HWND ListOf(HWND dialog) { return GetDlgItem(dialog, kPanelListId); }
+HWND ListOf(HWND dialog) { return GetDlgItem(dialog, IDC_PANEL_LIST); }
 
 int RowCount(HWND list) { return static_cast<int>(SendMessageW(list, LVM_GETITEMCOUNT, 0, 0)); }
 
@@ -101,13 +101,13 @@ void SelectRow(HWND list, int row) {
 }
 
 void NotifyDataView(UINT message, std::uint32_t controlId) {
-    if (HWND view = App().currentDialog) SendMessageW(view, message, controlId, 0);
+    if (HWND view = Shell().currentDialog) SendMessageW(view, message, controlId, 0);
 }
 
 // Runs on the box thread that closed the last box: the list lives on the UI thread, whose
 // input state this thread borrows for the moment of the focus change.
 void ReturnFocusToList() {
-    HWND list = GetDlgItem(App().panelScreen, kPanelListId);
+    HWND list = GetDlgItem(Shell().panelScreen, IDC_PANEL_LIST);
     if (!list) return;
     DWORD mine = GetCurrentThreadId();
     DWORD owner = GetWindowThreadProcessId(list, nullptr);
@@ -128,14 +128,14 @@ void FillControlRows(HWND dialog) {
     ControlsHold hold;
     std::u16string name = LinkPanelId();
     SetWindowTextW(dialog, Wide(name.c_str()));
-    if (App().mainWindow) SetWindowTextW(App().mainWindow, Wide(name.c_str()));
+    if (Shell().mainWindow) SetWindowTextW(Shell().mainWindow, Wide(name.c_str()));
 
     SendMessageW(list, WM_SETREDRAW, FALSE, 0);
     SendMessageW(list, LVM_DELETEALLITEMS, 0, 0);
     std::vector<PlannedRow> rows = PlanControlRows();
     const int count = static_cast<int>(rows.size());
     SendMessageW(list, LVM_SETCOLUMNWIDTH, 0,
-                 MAKELPARAM(FirstColumnWidth(App().listWidth, rows.size()), 0));
+                 MAKELPARAM(FirstColumnWidth(Shell().listWidth, rows.size()), 0));
     SendMessageW(list, LVM_SETITEMCOUNT, static_cast<WPARAM>(count), 0);
     for (int row = 0; row < count; ++row) InsertRow(list, row, rows[row]);
     RecordFastKeys(rows, FastKeys());
@@ -154,7 +154,7 @@ void RefreshChangedRows(HWND dialog) {
         const std::uint32_t id = RowControlId(list, row);
         if (FindControlIndex(id) < 0 || !IsValueChanged(id)) continue;
         if (GetControlType(id) == kTypeMessage) {
-            plat::ShowFaultBox(kLineMessageRow, kSourceFile, kTypeMessage);
+            plat::ShowFaultBox(fault::kMessageRow, kTypeMessage);
             continue;
         }
         const int image = RowImage(id);
@@ -163,7 +163,7 @@ void RefreshChangedRows(HWND dialog) {
         int shownImage = 0;
         ReadRow(list, row, &shownText, &shownImage);
         if (text != shownText || image != shownImage) SetRowTextAndImage(list, row, text, image);
-        NotifyDataView(WM_APP, id);
+        NotifyDataView(kValueChangedMessage, id);
     }
 }
 
@@ -174,7 +174,7 @@ void RefreshLayoutChanges(HWND dialog) {
         ControlsHold hold;
         plan = PlanLayoutChanges(RowControlIds(list));
         for (int row : plan.rowsIntoView) {
-            NotifyDataView(WM_APP + 1, 0);
+            NotifyDataView(kCloseViewsMessage, 0);
             SendMessageW(list, LVM_ENSUREVISIBLE, static_cast<WPARAM>(row), FALSE);
         }
         if (plan.rebuild) FillControlRows(dialog);

@@ -1,12 +1,10 @@
-// The rows of the panel screen's list view (control 1002): one row per visible control.
+// The rows of the panel screen's list view (IDC_PANEL_LIST): one row per visible control.
 // Each operation takes the store's lock for its work and releases it before returning.
 #pragma once
 
 #include <windows.h>
 
 #include <cstdint>
-
-inline constexpr int kPanelListId = 1002;
 
 void FillControlRows(HWND dialog);
 void RefreshChangedRows(HWND dialog);

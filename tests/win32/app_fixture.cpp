@@ -4,6 +4,7 @@
 #include "app/device_table.h"
 #include "app/program.h"
 #include "link/link_client.h"
+#include "panel/win32/panel_timers.h"
 
 #include <commctrl.h>
 
@@ -66,6 +67,8 @@ void ProgramTest::Start(const Neighbourhood& neighbourhood) {
                                                          ? nullptr
                                                          : neighbourhood.networkDevices.c_str());
     App() = AppState{};
+    Shell() = ShellState{};
+    PanelMarks() = PanelTimerMarks{};
     ended_ = false;
     exitCode_ = -1000;
     threadId_ = 0;

@@ -56,8 +56,8 @@ protected:
     Bytes ReadFromClient(std::size_t n) { return testing_support::ReadPeer(device, n); }
     bool ClientSentNothingMore() { return testing_support::DrainPeer(device).empty(); }
 
-    HWND DeviceList() const { return App().deviceListWindow; }
-    HWND PanelScreen() const { return App().panelScreen; }
+    HWND DeviceList() const { return Shell().deviceListWindow; }
+    HWND PanelScreen() const { return Shell().panelScreen; }
     HWND DeviceListView() const { return GetDlgItem(DeviceList(), IDC_DEVICE_LIST); }
     HWND PanelListView() const { return GetDlgItem(PanelScreen(), IDC_PANEL_LIST); }
     bool PanelScreenOpen() const {

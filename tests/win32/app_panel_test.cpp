@@ -1,13 +1,15 @@
 // The panel screen against a fake device on a loopback socket.
 #include "app/app_state.h"
+#include "shell/view_messages.h"
 #include "app/device_table.h"
 #include "app/panel_screen.h"
+#include "panel/win32/panel_timers.h"
 #include "link/link_client.h"
 #include "model/control_store.h"
 #include "model/device_settings.h"
 #include "platform/settings_store.h"
-#include "platform/win32/browser.h"
-#include "platform/win32/phone_shell.h"
+#include "platform/browser.h"
+#include "shell/phone_shell.h"
 #include "res/resource.h"
 #include "tests/support/temp_folder.h"
 #include "tests/win32/app_fixture.h"
@@ -51,7 +53,7 @@ TEST_F(PanelTest, PanelArrivesAsRowsUnderTheDevicesNameAndFastKeysSelectThem) {
     Open(records);
     EXPECT_EQ(0u, ColumnTexts(PanelListView(), 0)[0].find(L" Start"));
     wchar_t caption[128] = {};
-    GetWindowTextW(App().mainWindow, caption, 128);
+    GetWindowTextW(Shell().mainWindow, caption, 128);
     EXPECT_EQ(std::wstring(name.begin(), name.end()), caption);
     EXPECT_EQ(L"Done", ShellSoftKeyLabel(PanelScreen(), kLeftSoftKey));
     EXPECT_EQ(L"Menu", ShellSoftKeyLabel(PanelScreen(), kRightSoftKey));
@@ -110,7 +112,7 @@ TEST_F(PanelTest, DoneAndTheLeftSoftKeyLetHeldSectionsGoOneAtATimeThenBackCloses
 // An editor stand-in on the test's thread, which records the close request.
 bool g_editorClosed = false;
 LRESULT CALLBACK EditorProc(HWND window, UINT message, WPARAM w, LPARAM l) {
-    if (message == kCloseMessage) g_editorClosed = true;
+    if (message == kCloseViewsMessage) g_editorClosed = true;
     return DefWindowProcW(window, message, w, l);
 }
 struct Editor {
@@ -121,11 +123,11 @@ struct Editor {
         wc.hInstance = GetModuleHandleW(nullptr);
         wc.lpszClassName = L"TmqTestEditor";
         RegisterClassW(&wc);
-        App().currentDialog = window = CreateWindowW(L"TmqTestEditor", L"", 0, 0, 0, 1, 1,
+        Shell().currentDialog = window = CreateWindowW(L"TmqTestEditor", L"", 0, 0, 0, 1, 1,
                                                      HWND_MESSAGE, nullptr, wc.hInstance, nullptr);
     }
     ~Editor() {
-        App().currentDialog = nullptr;
+        Shell().currentDialog = nullptr;
         DestroyWindow(window);
     }
     HWND window;
@@ -167,7 +169,7 @@ TEST_F(PanelTest, SessionEndWithStayOpenKeepsBothAndClosesTheSocket) {
 
 TEST_F(PanelTest, AnsweredPingsKeepTheLinkUnwantedOnesAreNotSentAndAnUnansweredOneDisconnects) {
     Open({ButtonRecord(1, u"B")});
-    ASSERT_TRUE(WaitUntil([] { return App().pingTimerRunning; }));
+    ASSERT_TRUE(WaitUntil([] { return PanelMarks().pingTimerRunning; }));
     for (int tick = 0; tick < 2; ++tick) {
         Tick();
         EXPECT_EQ(FrameHead(10, 2), ReadFromClient(20));

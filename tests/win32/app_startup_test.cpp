@@ -2,7 +2,7 @@
 #include "app/app_state.h"
 #include "app/single_instance.h"
 #include "link/link_client.h"
-#include "platform/win32/phone_shell.h"
+#include "shell/phone_shell.h"
 #include "res/resource.h"
 #include "tests/support/temp_folder.h"
 #include "tests/win32/app_fixture.h"
@@ -74,7 +74,7 @@ TEST_F(StartupTest, RowsAreNumberedForTheKeysAndCappedAtSixteen) {
         EXPECT_EQ(L" Device 1", names[0]);
         auto keys = ColumnTexts(list, 1);
         for (const auto& [row, key] : c.keys) EXPECT_EQ(key, keys[row]) << c.bluetooth << " row " << row;
-        EXPECT_EQ(App().listWidth - 14 - c.narrowing, ListView_GetColumnWidth(list, 0)) << c.bluetooth;
+        EXPECT_EQ(Shell().listWidth - 14 - c.narrowing, ListView_GetColumnWidth(list, 0)) << c.bluetooth;
         EXPECT_EQ(0, SelectedRow(list));
         TearDown();
     }
@@ -127,7 +127,7 @@ TEST_F(StartupTest, SoftKeysCaptionIdleDigitsAboutAndBack) {
     EXPECT_EQ(L"Connect", ShellSoftKeyLabel(DeviceList(), kLeftSoftKey));
     EXPECT_EQ(L"Menu", ShellSoftKeyLabel(DeviceList(), kRightSoftKey));
     wchar_t caption[64] = {};
-    GetWindowTextW(App().mainWindow, caption, 64);
+    GetWindowTextW(Shell().mainWindow, caption, 64);
     EXPECT_STREQ(L"Devices in range", caption);
 
     // A digit beyond the devices does nothing.
@@ -156,7 +156,7 @@ TEST_F(StartupTest, SoftKeysCaptionIdleDigitsAboutAndBack) {
     PostCommand(DeviceList(), IDCANCEL);  // Back on the list ends the program
     ASSERT_TRUE(WaitForEnd());
     EXPECT_EQ(0, ExitCode());
-    EXPECT_FALSE(IsWindow(App().mainWindow));
+    EXPECT_FALSE(IsWindow(Shell().mainWindow));
 }
 
 TEST_F(StartupTest, MenuBarFailureStopsTheStart) {

@@ -1,9 +1,10 @@
 // The panel rows in a real list view: a window with a report list of id 1002 stands in for
 // the panel screen, and a plain window records what a data view would be sent.
-#include "app/app_state.h"
 #include "panel/fast_keys.h"
 #include "panel/message_control.h"
 #include "panel/win32/control_rows.h"
+#include "res/resource.h"
+#include "shell/shell_state.h"
 #include "tests/panel/panel_fixture.h"
 
 #include <commctrl.h>
@@ -52,7 +53,7 @@ protected:
         dialog = Window(L"STATIC", WS_OVERLAPPEDWINDOW | WS_VISIBLE);
         mainWindow = Window(L"STATIC", WS_OVERLAPPEDWINDOW);
         view = Window(L"RowsTestDataView", WS_POPUP);
-        list = Window(WC_LISTVIEWW, WS_CHILD | WS_VISIBLE | LVS_REPORT, dialog, kPanelListId);
+        list = Window(WC_LISTVIEWW, WS_CHILD | WS_VISIBLE | LVS_REPORT, dialog, IDC_PANEL_LIST);
         images = ImageList_Create(16, 16, ILC_COLOR24, 22, 0);
         ListView_SetImageList(list, images, LVSIL_SMALL);
         LVCOLUMNW column{};
@@ -70,14 +71,14 @@ protected:
         PanelTest::SetUp();
         ASSERT_TRUE(dialog && list && mainWindow && view);
         ListView_DeleteAllItems(list);
-        App().mainWindow = mainWindow;
-        App().panelScreen = dialog;
-        App().listWidth = 176;
+        Shell().mainWindow = mainWindow;
+        Shell().panelScreen = dialog;
+        Shell().listWidth = 176;
         ClearFastKeys(FastKeys());
         g_viewMessages.clear();
     }
     void TearDown() override {
-        App() = AppState{};
+        Shell() = ShellState{};
         PanelTest::TearDown();
     }
 
@@ -159,7 +160,7 @@ TEST_F(RowsWindow, ValueUpdatesRefreshOnlyMarkedRowsAndTellTheDataView) {
     SetControls({NumberControl(1, u"N", 1, u"%%", 0, 0), CheckControl(2, u"C", 0),
                  NumberControl(3, u"M", 1, u"%%", 0, 0), Control(4, kTypeButton, u"B")});
     FillControlRows(dialog);
-    App().currentDialog = view;
+    Shell().currentDialog = view;
     {
         ControlsHold hold;
         Record(0).rawValue = 42;
@@ -183,7 +184,7 @@ TEST_F(RowsWindow, LayoutUpdatesHideShowBringIntoViewAndRaiseMessages) {
     SetControls(Buttons(30));
     Controls().records.push_back(TextControl(31, u"M", u"Tank empty", 0x20000, kTypeMessage));
     FillControlRows(dialog);
-    App().currentDialog = view;
+    Shell().currentDialog = view;
     {
         ControlsHold hold;
         Record(1).flags |= kFlagHidden;
@@ -231,9 +232,9 @@ TEST_F(RowsWindow, ToggleCheckRowRedrawsTheGroup) {
     FillControlRows(dialog);
     ToggleCheckRow(dialog, 2, 1);
     ToggleCheckRow(dialog, 3, 2);
-    std::vector<int> images;
-    for (const Row& row : Rows()) images.push_back(row.image);
-    EXPECT_EQ((std::vector<int>{6, 5, 3, 5}), images);
+    std::vector<int> shown;
+    for (const Row& row : Rows()) shown.push_back(row.image);
+    EXPECT_EQ((std::vector<int>{6, 5, 3, 5}), shown);
     EXPECT_EQ(0, Record(0).checkByte);
 }
 

@@ -6,7 +6,9 @@
 
 #include "link/value_encoder.h"
 #include "model/control_store.h"
+#include "panel/row_image_index.h"
 #include "panel/win32/control_rows.h"
+#include "res/resource.h"
 
 #include <commctrl.h>
 
@@ -22,8 +24,8 @@ void ToggleSection(HWND dialog, std::uint32_t controlId, int row) {
     LVITEMW item{};
     item.mask = LVIF_IMAGE;
     item.iItem = row;
-    item.iImage = next == 0 ? 10 : 11;
-    SendDlgItemMessageW(dialog, kPanelListId, LVM_SETITEMW, 0, reinterpret_cast<LPARAM>(&item));
+    item.iImage = next == 0 ? kImageSectionOff : kImageSectionOn;
+    SendDlgItemMessageW(dialog, IDC_PANEL_LIST, LVM_SETITEMW, 0, reinterpret_cast<LPARAM>(&item));
     SetControlValue(controlId, &next, 1);
     LinkSendPendingValues();
 }

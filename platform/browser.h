@@ -12,4 +12,7 @@ using BrowserHook = void (*)(const std::u16string& argument);
 // Routes every launch to the hook; nullptr restores the real browser.
 BrowserHook SetBrowserHook(BrowserHook hook);
 
+// The system's own launch, behind the hook.
+void NativeLaunchBrowser(const std::u16string& argument);
+
 }  // namespace plat

@@ -1,7 +1,7 @@
 // The handset's keys on a desktop keyboard, rewritten as each message leaves the queue, so
 // that they act the same in the main loop and in every modal dialog's loop.
-#include "platform/win32/phone_shell.h"
-#include "platform/win32/shell_windows.h"
+#include "shell/phone_shell.h"
+#include "shell/shell_windows.h"
 
 namespace {
 

@@ -1,6 +1,6 @@
-#include "platform/win32/phone_shell.h"
+#include "shell/phone_shell.h"
 
-#include "platform/win32/shell_windows.h"
+#include "shell/shell_windows.h"
 
 namespace {
 

@@ -1,7 +1,7 @@
 // The soft-key bar: a strip at the bottom of the screen with two keys labelled from a menu
 // resource. It never takes the focus, so the keys act on the window it belongs to.
-#include "platform/win32/phone_shell.h"
-#include "platform/win32/shell_windows.h"
+#include "shell/phone_shell.h"
+#include "shell/shell_windows.h"
 
 #include <atomic>
 

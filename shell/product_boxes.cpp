@@ -1,6 +1,5 @@
-#include "app/message_boxes.h"
+#include "shell/product_boxes.h"
 
-#include "app/app_texts.h"
 #include "platform/message_box.h"
 
 namespace {
@@ -13,4 +12,4 @@ int ShowProductBox(HWND owner, const std::wstring& text, unsigned flags) {
     return plat::ShowMessageBox(owner, U16(text), U16(kProductName), flags);
 }
 
-void ShowMenubarFailed(HWND owner) { ShowProductBox(owner, kMenubarFailed, MB_OK); }
+void ShowMenubarFailed(HWND owner) { ShowProductBox(owner, L"Menubar failed", MB_OK); }
