@@ -1,5 +1,5 @@
 # The two commands of the README: `make demo` and `make test`. The rest serves development.
-.PHONY: all native windows test demo fuzz fuzz-build tsan bench clean deps
+.PHONY: all native windows test demo dist fuzz fuzz-build tsan bench clean deps
 
 JOBS ?= $(shell nproc 2>/dev/null || echo 2)
 NATIVE := build/native
@@ -25,6 +25,10 @@ test:
 # Runs the program under Wine against the demo device.
 demo:
 	@tools/demo
+
+# A zip of the Windows programs and a short text on running them: build/tremolanth-windows.zip.
+dist:
+	@tools/dist
 
 # Runs every fuzz target for FUZZ_SECONDS each (libFuzzer, clang), from the seed corpus.
 FUZZ_SECONDS ?= 60
