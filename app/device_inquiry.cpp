@@ -54,9 +54,11 @@ std::int32_t InquireDevices(DeviceTable& table, int length) {
         entry.overTcp = false;
     }
     NetworkDeviceList network = ReadNetworkDevices();
-    ReportProblems(network);
     for (const NetworkDevice& device : network.devices) {
-        if (count == kMaxDevices) break;
+        if (count == kMaxDevices) {
+            network.problems.push_back(device.name + u": the list holds 16 devices.");
+            continue;
+        }
         DeviceEntry& entry = table.entries[count++];
         SetDeviceName(entry, Wide(device.name));
         entry.address = 0;
@@ -65,11 +67,12 @@ std::int32_t InquireDevices(DeviceTable& table, int length) {
         entry.host[n] = 0;
         entry.port = device.port;
     }
-    // A failed inquiry keeps the old table, unless network devices stand in for it.
-    if ((rc & 0xFFFF) == 0 || !network.devices.empty()) {
-        table.count = count;
-        rc = 0;
-    }
+    ReportProblems(network);
+    // The entries written are the table now, also after a failed search: the screen reads
+    // the count together with them.
+    table.count = count;
+    // Network devices stand in for a search that failed.
+    if (!network.devices.empty()) rc = 0;
     EndWaitCursor(saved);
     return rc;
 }

@@ -4,6 +4,7 @@
 #include "app/panel_screen.h"
 #include "link/link_client.h"
 #include "model/control_store.h"
+#include "platform/program_lock.h"
 #include "panel/win32/control_activation.h"
 #include "panel/win32/control_rows.h"
 #include "panel/win32/panel_timers.h"
@@ -19,9 +20,12 @@ struct HeldSection {
     int row = -1;
 };
 
-// The bottom-most row whose control is a section that is on.
+// The bottom-most row whose control is a section that is on. None when the store cannot be
+// had at once: a worker holds it for a device that stopped sending, and leaving must not wait.
 HeldSection FindHeldSection(HWND list) {
+    if (!plat::LockEnterWithin(plat::ProgramLock(), kLeaveWaitMs)) return {};
     ControlsHold hold;
+    plat::LockLeave(plat::ProgramLock());
     for (int row = ListView_GetItemCount(list) - 1; row >= 0; --row) {
         LVITEMW item{};
         item.mask = LVIF_PARAM;
@@ -37,10 +41,9 @@ HeldSection FindHeldSection(HWND list) {
     return {};
 }
 
-// Stops the link with its goodbye; when the goodbye cannot be sent the link is closed
-// without it, so that the next screen can connect.
+// Stops the link, with its goodbye when that can be sent at once, and closes the socket.
 void StopLink() {
-    if (LinkDisconnect(1) != kLinkOk) LinkDisconnect(0);
+    LinkStop();
     CloseDeviceSocket(Devices());
 }
 

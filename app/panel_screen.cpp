@@ -67,7 +67,32 @@ void SetUpList(HWND dialog) {
     ListView_InsertColumn(list, 1, &column);
 }
 
+// The wait cursor while the worker reads a panel description; the worker asks for it.
+struct PanelReading {
+    bool active = false;
+    HCURSOR saved = nullptr;
+};
+PanelReading g_reading;
+
+void OnPanelReading(bool reading) {
+    if (reading == g_reading.active) return;
+    g_reading.active = reading;
+    if (reading) {
+        BeginWaitCursor(&g_reading.saved);
+    } else {
+        EndWaitCursor(g_reading.saved);
+    }
+}
+
+// Keeps the wait cursor over the screen while the panel is read (the list would set its own).
+INT_PTR OnSetCursor(HWND dialog) {
+    if (!g_reading.active) return FALSE;
+    SetCursor(LoadCursorW(nullptr, IDC_WAIT));
+    return NotifyResult(dialog, TRUE);
+}
+
 BOOL OnInitDialog(HWND dialog) {
+    OnPanelReading(false);  // a screen that ended while a panel was read left it on
     HCURSOR saved;
     BeginWaitCursor(&saved);
     Shell().panelScreen = dialog;
@@ -199,6 +224,14 @@ INT_PTR CALLBACK PanelScreenProc(HWND dialog, UINT message, WPARAM wParam, LPARA
     case kResultMessage:
         OnLinkResult(dialog);
         return TRUE;
+    case kPanelReadingMessage:
+        OnPanelReading(true);
+        return TRUE;
+    case kPanelReadMessage:
+        OnPanelReading(false);
+        return TRUE;
+    case WM_SETCURSOR:
+        return OnSetCursor(dialog);
     case kCloseViewsMessage:
         EndDialog(dialog, 0);
         return TRUE;

@@ -26,7 +26,8 @@ std::mutex g_mutex;
 std::condition_variable g_posted;
 std::size_t g_posts = 0;
 
-void OnPost(plat::WindowRef, unsigned) {
+void OnPost(plat::WindowRef, unsigned message) {
+    if (message != kResultMessage) return;  // the wait cursor's posts
     std::lock_guard<std::mutex> hold(g_mutex);
     ++g_posts;
     g_posted.notify_one();

@@ -5,6 +5,7 @@
 #include "model/control_store.h"
 #include "model/device_settings.h"
 #include "platform/program_lock.h"
+#include "platform/signal.h"
 #include "platform/thread.h"
 
 #include <climits>
@@ -15,24 +16,54 @@ namespace {
 
 LinkClient g_link;
 
-// The read-ahead of the current connection (used on the screen's thread only); each worker
-// holds its own reference, so a worker of an earlier link keeps reading its own socket.
-std::shared_ptr<SocketReader> g_reader;
-
-struct WorkerStart {
-    plat::WindowRef window;
-    std::shared_ptr<SocketReader> reader;
+// One receive thread per connection. It reads one message each time the screen restarts
+// reception, and ends when its connection closes under it or the link lets it go. Each
+// thread holds its connection, so a thread of an earlier link keeps reading its own socket.
+struct Connection {
+    explicit Connection(plat::SocketHandle socket) : reader(socket) {}
+    SocketReader reader;
+    plat::Signal go;
+    std::atomic<bool> stop{false};
+    std::atomic<bool> ended{false};
+    std::atomic<plat::WindowRef> window{nullptr};
 };
 
-void WorkerMain(void* argument) {
-    std::unique_ptr<WorkerStart> start(static_cast<WorkerStart*>(argument));
-    ReceiveSource source = BufferedReceiveSource(start->reader.get());
-    RunReceiveWorker(source, start->window);
-    start.reset();
-    --g_link.workerRunning;
+// The current connection (used on the screen's thread only).
+std::shared_ptr<Connection> g_connection;
+
+std::atomic<WorkerEndObserver> g_observer{nullptr};
+
+void ConnectionMain(void* argument) {
+    std::shared_ptr<Connection> connection = *static_cast<std::shared_ptr<Connection>*>(argument);
+    delete static_cast<std::shared_ptr<Connection>*>(argument);
+    ReceiveSource source = BufferedReceiveSource(&connection->reader);
+    for (;;) {
+        connection->go.Wait();
+        if (connection->stop) break;
+        ++g_link.workerRunning;
+        const WorkerOutcome outcome = RunReceiveWorker(source, connection->window);
+        --g_link.workerRunning;
+        if (outcome != WorkerOutcome::kReported) {
+            if (WorkerEndObserver observer = g_observer.load()) observer(outcome);
+        }
+        if (outcome == WorkerOutcome::kClosed) break;
+    }
+    connection->ended = true;
+}
+
+// Lets the connection's thread go: it ends once it is between messages.
+void ReleaseConnection() {
+    if (!g_connection) return;
+    g_connection->stop = true;
+    g_connection->go.Set();
+    g_connection.reset();
 }
 
 }  // namespace
+
+WorkerEndObserver SetWorkerEndObserver(WorkerEndObserver observer) {
+    return g_observer.exchange(observer);
+}
 
 LinkClient& Link() { return g_link; }
 
@@ -73,23 +104,29 @@ std::int32_t LinkStart(plat::SocketHandle socket, plat::WindowRef window, unsign
     if (!g_link.initialised) return kLinkNotInitialised;
     if (g_link.socket != plat::kInvalidSocket) return kLinkAlreadyOpen;
     g_link.socket = socket;
-    g_reader = std::make_shared<SocketReader>(socket);
-    LinkStartReceiver(window, message);
+    if (std::int32_t rc = LinkStartReceiver(window, message); rc != kLinkOk) {
+        g_link.socket = plat::kInvalidSocket;
+        return rc;
+    }
     return LinkRequestPanel();
 }
 
 std::int32_t LinkStartReceiver(plat::WindowRef window, unsigned message) {
     plat::SocketHandle socket = g_link.socket;
     if (socket == plat::kInvalidSocket) return kLinkNoSocket;
-    if (!g_reader || g_reader->socket != socket) g_reader = std::make_shared<SocketReader>(socket);
     g_link.resultMessage = message;
-    ++g_link.workerRunning;
-    auto* start = new WorkerStart{window, g_reader};
-    if (plat::StartDetachedThread(WorkerMain, start) != 0) {
-        delete start;
-        --g_link.workerRunning;
-        return kLinkNoSocket;
+    if (!g_connection || g_connection->reader.socket != socket || g_connection->ended) {
+        ReleaseConnection();
+        auto connection = std::make_shared<Connection>(socket);
+        auto* argument = new std::shared_ptr<Connection>(connection);
+        if (plat::StartDetachedThread(ConnectionMain, argument) != 0) {
+            delete argument;
+            return kLinkThreadFailed;
+        }
+        g_connection = connection;
     }
+    g_connection->window = window;
+    g_connection->go.Set();
     return kLinkOk;
 }
 
@@ -126,7 +163,7 @@ std::int32_t LinkDisconnect(std::uint8_t notifyDevice) {
 
 std::int32_t LinkClose() {
     g_link.socket = plat::kInvalidSocket;
-    g_reader.reset();
+    ReleaseConnection();
     TearDownControls();
     g_link.pingPending = 0;
     g_link.sessionFlagA = 0;
@@ -140,7 +177,28 @@ std::int32_t LinkSendPing() {
         return kLinkPingUnanswered;
     }
     g_link.pingPending = 1;
-    return LinkSendControlFrame(wire::kOutPing);
+    if (!plat::LockEnterWithin(plat::ProgramLock(), kLeaveWaitMs)) return kLinkOk;
+    std::uint8_t head[20];
+    BuildFrameHead(head, wire::kOutPing, wire::kFlagsOutbound);
+    std::int32_t rc = LinkSend(head, sizeof head);
+    plat::LockLeave(plat::ProgramLock());
+    return rc;
+}
+
+std::int32_t LinkStop(unsigned waitMs) {
+    const plat::SocketHandle socket = g_link.socket;
+    if (socket == plat::kInvalidSocket) return kLinkNoSocket;
+    std::int32_t rc = kLinkSendFailed;
+    if (plat::LockEnterWithin(plat::ProgramLock(), waitMs)) {
+        std::uint8_t head[20];
+        BuildFrameHead(head, wire::kOutGoodbye, wire::kFlagsOutbound);
+        rc = LinkSend(head, sizeof head);
+        plat::LockLeave(plat::ProgramLock());
+    } else {
+        plat::SocketClose(socket);
+    }
+    LinkClose();
+    return rc;
 }
 
 std::int32_t LinkSendDefaultLayout(std::uint32_t value) {

@@ -2,7 +2,8 @@
 // texts, session flags, worker state and last result.
 //
 // Status codes: 0 success; -1 a link is already open; -2 no link; -3 the socket failed on
-// send; -6 LinkInit was never called; -8 ping not answered; 6 the link closed during a read.
+// send; -6 LinkInit was never called; -7 the receive thread could not start; -8 ping not
+// answered; 6 the link closed during a read.
 #pragma once
 
 #include "link/receive_source.h"
@@ -19,10 +20,14 @@ inline constexpr std::int32_t kLinkAlreadyOpen = -1;
 inline constexpr std::int32_t kLinkNoSocket = -2;
 inline constexpr std::int32_t kLinkSendFailed = -3;
 inline constexpr std::int32_t kLinkNotInitialised = -6;
+inline constexpr std::int32_t kLinkThreadFailed = -7;  // the receive thread could not start
 inline constexpr std::int32_t kLinkPingUnanswered = -8;
 inline constexpr std::int32_t kLinkClosed = 6;
 
 inline constexpr unsigned kResultMessage = 0x8000;  // the panel screen's link-result message
+// Around the reading of a panel description, so the screen can show the wait cursor.
+inline constexpr unsigned kPanelReadingMessage = 0x8002;
+inline constexpr unsigned kPanelReadMessage = 0x8003;
 
 struct LinkClient {
     std::atomic<plat::SocketHandle> socket{plat::kInvalidSocket};
@@ -33,7 +38,7 @@ struct LinkClient {
     bool panelIdPresent = false;
     std::u16string serverText;
     bool serverTextPresent = false;
-    // Workers between their start and their end (one, but for a stale one still ending).
+    // Workers reading a message (one, but for a stale one of an earlier link still ending).
     std::atomic<int> workerRunning{0};
     std::atomic<unsigned> resultMessage{0};
     std::atomic<std::int32_t> lastResult{0};
@@ -53,7 +58,17 @@ std::int32_t LinkStartReceiver(plat::WindowRef window, unsigned message);
 std::int32_t LinkRequestPanel();
 std::int32_t LinkRestart();
 std::int32_t LinkDisconnect(std::uint8_t notifyDevice);
+
+// Ends the link on leaving, within a bounded time: the goodbye goes out when the lock can be
+// had within waitMs; otherwise a worker holds it, waiting on a device that stopped sending, so
+// the socket is closed first (which ends the worker) and the goodbye is skipped. The link is
+// closed either way. Returns the goodbye's send status (-3 when it was skipped).
+inline constexpr unsigned kLeaveWaitMs = 250;
+std::int32_t LinkStop(unsigned waitMs = kLeaveWaitMs);
 std::int32_t LinkClose();
+// Sends a ping, or -8 when the last one was never answered. When a worker holds the lock
+// (a long transfer, or a device that stopped sending) the ping is not sent but counts as
+// outstanding, so a link that stays stuck fails at the next ping.
 std::int32_t LinkSendPing();
 std::int32_t LinkSendDefaultLayout(std::uint32_t value);
 
@@ -73,5 +88,15 @@ void BuildFrameHead(std::uint8_t head[20], std::uint16_t type, std::uint16_t fla
 // Sends a head-only frame of the given type under the lock.
 std::int32_t LinkSendControlFrame(std::uint16_t type);
 
-// The body of a receive worker; started by LinkStartReceiver with its own source.
-void RunReceiveWorker(ReceiveSource& source, plat::WindowRef window);
+// How a receive worker's message ended: reported to the window (a result, or -1 after an
+// error, which stops reception), or not at all because the link closed under it.
+enum class WorkerOutcome { kReported, kError, kClosed };
+
+// Reads and handles one message from the source; LinkStartReceiver runs it on the
+// connection's receive thread.
+WorkerOutcome RunReceiveWorker(ReceiveSource& source, plat::WindowRef window);
+
+// Told (on the receive thread) when a worker ends on an error or on a closed link; for
+// clients without a screen, such as panel-probe.
+using WorkerEndObserver = void (*)(WorkerOutcome outcome);
+WorkerEndObserver SetWorkerEndObserver(WorkerEndObserver observer);

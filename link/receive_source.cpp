@@ -19,6 +19,7 @@ int BufferedRead(void* context, void* data, int length) {
     std::memcpy(out, reader->buffer + reader->begin, copied);
     reader->begin += copied;
     if (copied == wanted) return length;
+    if (reader->failed) return copied > 0 ? static_cast<int>(copied) : plat::kSocketError;
     std::size_t missing = wanted - copied;
     int got;
     if (missing >= sizeof reader->buffer) {
@@ -34,7 +35,11 @@ int BufferedRead(void* context, void* data, int length) {
             got = static_cast<int>(n);
         }
     }
-    if (got == plat::kSocketError) return copied > 0 ? static_cast<int>(copied) : got;
+    if (got == plat::kSocketError) {
+        // The bytes served from the buffer are this call's; the error is the next one's.
+        reader->failed = true;
+        return copied > 0 ? static_cast<int>(copied) : got;
+    }
     return static_cast<int>(copied) + got;
 }
 

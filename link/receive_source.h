@@ -27,6 +27,8 @@ struct SocketReader {
     std::uint8_t buffer[16384];
     std::size_t begin = 0;
     std::size_t end = 0;
+    // The socket failed: once the bytes read before it are served, every read fails too.
+    bool failed = false;
 };
 // Reads the connection through its read-ahead, pausing 10 ms after an incomplete read.
 ReceiveSource BufferedReceiveSource(SocketReader* reader);

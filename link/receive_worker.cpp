@@ -26,20 +26,32 @@ std::int32_t Reply(const ReceiveSource& source, std::uint16_t type) {
     return LinkSend(head, sizeof head);
 }
 
-void Finish(plat::WindowRef window) { plat::PostToWindow(window, Link().resultMessage); }
+WorkerOutcome Finish(plat::WindowRef window) {
+    plat::PostToWindow(window, Link().resultMessage);
+    return WorkerOutcome::kReported;
+}
 
 // The link closed under the worker: nothing is reported.
-void EndSilently() {}
+WorkerOutcome EndSilently() { return WorkerOutcome::kClosed; }
 
-void Fail(plat::WindowRef window, fault::Site site, long value) {
+WorkerOutcome Fail(plat::WindowRef window, fault::Site site, long value) {
     plat::ShowFaultBox(site, value);
     Link().lastResult = kResultUnintelligible;
     Finish(window);
+    return WorkerOutcome::kError;
+}
+
+// The screen shows the wait cursor while a panel description is being read.
+std::int32_t ReadPanel(ReceiveSource& source, plat::WindowRef window) {
+    plat::PostToWindow(window, kPanelReadingMessage);
+    std::int32_t code = DecodePanel(source);
+    plat::PostToWindow(window, kPanelReadMessage);
+    return code;
 }
 
 }  // namespace
 
-void RunReceiveWorker(ReceiveSource& source, plat::WindowRef window) {
+WorkerOutcome RunReceiveWorker(ReceiveSource& source, plat::WindowRef window) {
     LinkClient& link = Link();
     // Hunt the marker one byte at a time: whatever precedes it is dropped.
     std::uint8_t marker[8] = {};
@@ -64,7 +76,7 @@ void RunReceiveWorker(ReceiveSource& source, plat::WindowRef window) {
         if (code != 0) return Fail(window, failSite, code);
         if (ackWanted) Reply(source, wire::kOutAck);
         link.lastResult = result;
-        Finish(window);
+        return Finish(window);
     };
 
     switch (type) {
@@ -77,7 +89,7 @@ void RunReceiveWorker(ReceiveSource& source, plat::WindowRef window) {
         link.lastResult = kResultIdentity;
         break;
     case wire::kInPanel:
-        return decoded(DecodePanel(source), fault::kPanelFailed, kResultPanel);
+        return decoded(ReadPanel(source, window), fault::kPanelFailed, kResultPanel);
     case wire::kInPing:
         Reply(source, wire::kOutPingReply);
         link.lastResult = kResultDevicePing;
@@ -116,8 +128,9 @@ void RunReceiveWorker(ReceiveSource& source, plat::WindowRef window) {
                              u"Tremolanth", plat::kMbOk);
         link.lastResult = kResultUnintelligible;
         plat::ShowFaultBox(fault::kUnknownType, -1);
-        break;
+        Finish(window);
+        return WorkerOutcome::kError;
     }
     }
-    Finish(window);
+    return Finish(window);
 }

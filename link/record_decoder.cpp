@@ -13,7 +13,6 @@
 
 namespace {
 
-
 constexpr std::uint32_t kWhite = 0xFFFFFF;
 constexpr std::uint32_t kGrey = 0xC0C0C0;
 
@@ -33,7 +32,7 @@ struct Context {
 bool Attributes(Context& c, std::size_t offset) { return c.attributes.Parse(c.body, offset); }
 
 void LabelAndBackground(Context& c, std::uint32_t fallback) {
-    c.r.label = c.attributes.Text('Z', c.utf16);
+    c.r.label = c.attributes.SingleText('Z', c.utf16);
     c.r.background = c.attributes.Word('c', fallback);
 }
 
@@ -51,7 +50,7 @@ std::int32_t DecodeTextual(Context& c) {
         CodePageTextInto(initial, s, c.r.text.Units(), s);
     }
     if (!Attributes(c, kValueAt + s)) return kDecodeMalformed;
-    c.r.label = c.attributes.Text('Z', c.utf16);
+    c.r.label = c.attributes.SingleText('Z', c.utf16);
     if (c.attributes.Has('m')) {
         std::uint32_t m = c.attributes.Word('m', 0);
         if (m > limits::kMaxTextBytes) return kDecodeMalformed;
@@ -85,7 +84,7 @@ std::int32_t DecodeDateTime(Context& c) {
     if (!Attributes(c, kValueAt + 8)) return kDecodeMalformed;
     LabelAndBackground(c, (c.r.flags & kFlagVariant) ? kGrey : kWhite);
     if (c.attributes.Has('f')) {
-        c.r.format = c.attributes.Text('f', c.utf16);
+        c.r.format = c.attributes.SingleText('f', c.utf16);
         c.r.hasFormat = true;
     } else {
         plat::ShowFaultBox(fault::kDateTimeWithoutFormat, 0);
@@ -102,7 +101,7 @@ std::int32_t DecodeNumber(Context& c) {
     if (!Attributes(c, kValueAt + 4)) return kDecodeMalformed;
     LabelAndBackground(c, (c.r.flags & kFlagVariant) ? kGrey : kWhite);
     if (c.attributes.Has('f')) {
-        c.r.format = c.attributes.Text('f', c.utf16);
+        c.r.format = c.attributes.SingleText('f', c.utf16);
         c.r.hasFormat = true;
     }
     c.r.minimum = static_cast<std::int32_t>(c.attributes.Word('n', 0));
@@ -128,9 +127,9 @@ std::int32_t DecodeChart(Context& c) {
     if (!Attributes(c, kValueAt + s)) return kDecodeMalformed;
     LabelAndBackground(c, kGrey);
     ChartData& chart = c.r.chart;
-    chart.sampleUnits = c.attributes.Text('f', c.utf16);
-    chart.dataUnits = c.attributes.Text('F', c.utf16);
-    chart.axisCaption = c.attributes.Text('a', c.utf16);
+    chart.sampleUnits = c.attributes.SingleText('f', c.utf16);
+    chart.dataUnits = c.attributes.SingleText('F', c.utf16);
+    chart.axisCaption = c.attributes.SingleText('a', c.utf16);
     chart.seriesNames = c.attributes.Text('A', c.utf16);
     chart.rowCapacity = c.attributes.Word('n', 0);
     chart.seriesCount = c.attributes.Word('N', 0);

@@ -42,6 +42,12 @@ std::u16string AttributeBlock::Text(char letter, bool utf16) const {
     return WireText(body_->data + a->offset, a->size, utf16);
 }
 
+std::u16string AttributeBlock::SingleText(char letter, bool utf16) const {
+    std::u16string text = Text(letter, utf16);
+    text.resize(std::min(text.size(), text.find(u'\0')));
+    return text;
+}
+
 std::uint32_t AttributeBlock::Word(char letter, std::uint32_t fallback) const {
     const Attribute* a = Find(letter);
     if (!a) return fallback;

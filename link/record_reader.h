@@ -32,8 +32,12 @@ public:
 
     const Attribute* Find(char letter) const;  // the last with that letter, or null
     bool Has(char letter) const { return Find(letter) != nullptr; }
-    // A text value, converted like the record's texts; empty when absent.
+    // A text value, converted like the record's texts; empty when absent. Zero units stay
+    // (list items and series names are zero-separated).
     std::u16string Text(char letter, bool utf16) const;
+    // The same, ending at its first zero: a label, a format or a caption is one text, and a
+    // device that sends its terminator along must not hide the rest of the row behind it.
+    std::u16string SingleText(char letter, bool utf16) const;
     // A number copied with the field's width from the start of the value (a shorter value
     // fills the low bytes); the fallback when absent.
     std::uint32_t Word(char letter, std::uint32_t fallback) const;

@@ -42,3 +42,20 @@ std::int32_t HasDeviceSetting(std::uint32_t owner, std::uint32_t kind) {
 std::int32_t WriteDeviceSetting(std::uint32_t owner, std::uint32_t kind, std::uint32_t value) {
     return plat::SettingsWrite(SettingsPanelName(), DeviceSettingName(owner, kind), value);
 }
+
+std::vector<StoredSetting> ListDeviceSettings() {
+    std::vector<StoredSetting> settings;
+    for (const auto& [name, value] : plat::SettingsList(SettingsPanelName())) {
+        if (name.size() != 16) continue;
+        std::uint64_t both = 0;
+        bool hex = true;
+        for (char16_t c : name) {
+            int digit = c >= u'0' && c <= u'9' ? c - u'0' : c >= u'A' && c <= u'F' ? c - u'A' + 10 : -1;
+            if (digit < 0) hex = false;
+            both = both << 4 | static_cast<std::uint64_t>(digit < 0 ? 0 : digit);
+        }
+        if (hex) settings.push_back({static_cast<std::uint32_t>(both >> 32),
+                                     static_cast<std::uint32_t>(both), value});
+    }
+    return settings;
+}

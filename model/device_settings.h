@@ -8,6 +8,7 @@
 
 #include <cstdint>
 #include <string>
+#include <vector>
 
 // Setting kinds.
 inline constexpr std::uint32_t kSettingLayoutLocked = 256;   // panel: "Control Layout..." off
@@ -29,6 +30,14 @@ std::u16string SettingsPanelName();
 std::int32_t ReadDeviceSetting(std::uint32_t owner, std::uint32_t kind, std::int32_t fallback);
 std::int32_t HasDeviceSetting(std::uint32_t owner, std::uint32_t kind);
 std::int32_t WriteDeviceSetting(std::uint32_t owner, std::uint32_t kind, std::uint32_t value);
+
+struct StoredSetting {
+    std::uint32_t owner = 0;
+    std::uint32_t kind = 0;
+    std::uint32_t value = 0;
+};
+// Every setting of the current panel, by owner and kind (names of another form are left out).
+std::vector<StoredSetting> ListDeviceSettings();
 
 // "%08X%08X" of owner and kind.
 std::u16string DeviceSettingName(std::uint32_t owner, std::uint32_t kind);

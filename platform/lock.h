@@ -10,6 +10,11 @@ struct Lock {
 
 void LockInit(Lock& lock);
 void LockEnter(Lock& lock);
+// Enters when nobody else holds it; false at once otherwise.
+bool LockTryEnter(Lock& lock);
+// Enters when it can be had within the time; false otherwise (the caller then must not wait
+// for it: whoever holds it may be waiting on a device that stopped sending).
+bool LockEnterWithin(Lock& lock, unsigned milliseconds);
 void LockLeave(Lock& lock);
 void LockDelete(Lock& lock);
 

@@ -3,7 +3,10 @@
 #pragma once
 
 #include <cstdint>
+#include <string>
 #include <string_view>
+#include <utility>
+#include <vector>
 
 namespace plat {
 
@@ -14,5 +17,8 @@ int SettingsRead(std::u16string_view panel, std::u16string_view valueName, std::
 
 // Creates the panel's key or file when missing and stores the value; 0 or an error code.
 int SettingsWrite(std::u16string_view panel, std::u16string_view valueName, std::uint32_t value);
+
+// Every value of the panel that fits 4 bytes, by name (empty when the panel has none).
+std::vector<std::pair<std::u16string, std::uint32_t>> SettingsList(std::u16string_view panel);
 
 }  // namespace plat

@@ -34,6 +34,10 @@ int SocketWaitReadable(SocketHandle socket, int timeoutMilliseconds);
 // Shuts the connection down at once and releases the native socket when no call uses it.
 void SocketClose(SocketHandle socket);
 
+// Closes with a reset instead of an orderly end: the peer's next receive fails (a device
+// that drops the link, or a radio link that breaks).
+void SocketReset(SocketHandle socket);
+
 // The last socket error of this thread (errno or WSAGetLastError).
 int SocketLastError();
 

@@ -11,6 +11,7 @@ struct Entry {
     std::intptr_t native;
     int users;
     bool closed;
+    int receiveError = 0;
 };
 
 std::mutex g_mutex;
@@ -57,13 +58,27 @@ void Release(SocketHandle handle) {
     if (toRelease != -1 && ops.release) ops.release(toRelease);
 }
 
+void NoteReceiveError(SocketHandle handle, int error) {
+    std::lock_guard<std::mutex> hold(g_mutex);
+    auto it = g_entries.find(handle);
+    if (it != g_entries.end() && it->second.receiveError == 0) it->second.receiveError = error;
+}
+
+int ReceiveError(SocketHandle handle) {
+    std::lock_guard<std::mutex> hold(g_mutex);
+    auto it = g_entries.find(handle);
+    return it == g_entries.end() ? 0 : it->second.receiveError;
+}
+
 bool IsClosed(SocketHandle handle) {
     std::lock_guard<std::mutex> hold(g_mutex);
     auto it = g_entries.find(handle);
     return it == g_entries.end() || it->second.closed;
 }
 
-void Close(SocketHandle handle) {
+namespace {
+
+void CloseEntry(SocketHandle handle, bool shutdownFirst) {
     std::intptr_t native = -1;
     NativeOps ops;
     {
@@ -75,14 +90,20 @@ void Close(SocketHandle handle) {
             // Wake the running call while the native socket is surely still ours; the call
             // releases it when it returns (see Release).
             it->second.closed = true;
-            if (ops.shutdownBoth) ops.shutdownBoth(it->second.native);
+            if (ops.shutdownBoth && shutdownFirst) ops.shutdownBoth(it->second.native);
             return;
         }
         native = it->second.native;
         g_entries.erase(it);
     }
-    if (ops.shutdownBoth) ops.shutdownBoth(native);
+    if (ops.shutdownBoth && shutdownFirst) ops.shutdownBoth(native);
     if (ops.release) ops.release(native);
 }
+
+}  // namespace
+
+void Close(SocketHandle handle) { CloseEntry(handle, true); }
+
+void CloseWithoutShutdown(SocketHandle handle) { CloseEntry(handle, false); }
 
 }  // namespace plat::socket_table

@@ -4,6 +4,7 @@
 #include "device/probe/probe_print.h"
 #include "device/probe/probe_set.h"
 #include "link/link_client.h"
+#include "link/value_encoder.h"
 #include "model/control_store.h"
 #include "model/device_settings.h"
 #include "platform/message_box.h"
@@ -29,6 +30,8 @@ std::mutex g_outputMutex;
 std::mutex g_postMutex;
 std::condition_variable g_posted;
 std::deque<unsigned> g_posts;
+// The receive worker ended without a result (the link closed or broke under it).
+constexpr unsigned kWorkerEndedPost = 0;
 
 void PrintLine(const std::string& line) {
     std::lock_guard<std::mutex> hold(g_outputMutex);
@@ -37,10 +40,24 @@ void PrintLine(const std::string& line) {
     std::fflush(stdout);
 }
 
-void OnPost(plat::WindowRef, unsigned message) {
+void Enqueue(unsigned message) {
     std::lock_guard<std::mutex> hold(g_postMutex);
     g_posts.push_back(message);
     g_posted.notify_one();
+}
+
+// Only results matter here (the screen's wait cursor has no place in a probe).
+void OnPost(plat::WindowRef, unsigned message) {
+    if (message == kResultMessage) Enqueue(message);
+}
+
+void OnWorkerEnd(WorkerOutcome outcome) {
+    dev::JsonObject o;
+    dev::JsonAdd(o, "event", "worker ended");
+    dev::JsonAdd(o, "reason", outcome == WorkerOutcome::kClosed ? "link closed or broken"
+                                                                     : "error");
+    PrintLine(dev::JsonText(o));
+    if (outcome == WorkerOutcome::kClosed) Enqueue(kWorkerEndedPost);
 }
 
 // Boxes (faults of the link, messages of the device) are printed, never shown.
@@ -53,9 +70,10 @@ int OnBox(plat::WindowRef, const std::u16string& text, const std::u16string& cap
     return plat::kIdOk;
 }
 
-bool WaitPost(Clock::time_point until) {
+bool WaitPost(Clock::time_point until, unsigned* message) {
     std::unique_lock<std::mutex> hold(g_postMutex);
     if (!g_posted.wait_until(hold, until, [] { return !g_posts.empty(); })) return false;
+    *message = g_posts.front();
     g_posts.pop_front();
     return true;
 }
@@ -76,15 +94,31 @@ void PrintControls() {
     for (const std::string& line : lines) PrintLine(line);
 }
 
-void ApplySets(const std::vector<probe::ProbeSet>& sets) {
-    for (const probe::ProbeSet& set : sets) {
+// Stores every --set, then sends them all in one value message, in the panel's order; then
+// the password changes.
+void ApplySets(const probe::ProbeOptions& options) {
+    bool stored = false;
+    for (const probe::ProbeSet& set : options.sets) {
         std::string error;
-        const std::int32_t rc = probe::ApplyProbeSet(set, &error);
+        const std::int32_t rc = probe::StoreProbeSet(set, &error);
+        stored = stored || rc == 0;
         dev::JsonObject o;
         dev::JsonAdd(o, "set", std::int64_t{set.key});
         dev::JsonAdd(o, "value", set.value);
         dev::JsonAdd(o, "status", std::int64_t{rc});
         if (!error.empty()) dev::JsonAdd(o, "error", error);
+        PrintLine(dev::JsonText(o));
+    }
+    if (stored) PrintEvent("values sent", LinkSendPendingValues());
+    for (const probe::ProbeChange& change : options.changes) {
+        const std::int32_t rc = probe::ApplyProbeChange(change);
+        dev::JsonObject o;
+        dev::JsonAdd(o, "change", std::int64_t{change.key});
+        dev::JsonAdd(o, "old", change.oldPassword);
+        dev::JsonAdd(o, "new", change.newPassword);
+        dev::JsonAdd(o, "status", std::int64_t{rc});
+        // What the change dialog tells the user; after a change the client logs out.
+        dev::JsonAdd(o, "answer", rc == kWrongType ? "New password not valid." : "logged out");
         PrintLine(dev::JsonText(o));
     }
 }
@@ -100,16 +134,19 @@ void Follow(const probe::ProbeOptions& options) {
     bool setsSent = false;
     for (;;) {
         const Clock::time_point until = std::min(deadline, nextPing);
-        if (!WaitPost(until)) {
+        unsigned post = 0;
+        if (!WaitPost(until, &post)) {
             if (Clock::now() >= deadline) return PrintEvent("time limit", 0);
             // Keep-alive, as the panel screen: a failed or unanswered ping means the link is lost.
             if (std::int32_t rc = LinkSendPing()) return PrintEvent("link lost", rc);
             nextPing = Clock::now() + std::chrono::seconds(ReadDeviceSetting(0, kSettingPingSeconds, 3));
             continue;
         }
+        if (post == kWorkerEndedPost) return;
         const std::int32_t result = Link().lastResult;
         PrintLine(probe::ResultJson(result));
         if (result == 1) PrintLine(probe::IdentityJson());
+        if (result == 1 || result == 2 || result == 11) PrintLine(probe::SettingsJson());
         if (result == 2 || result == 7 || result == 9 || result == 10) PrintControls();
         if (result == 8) LinkRestart();
         if (options.watch && (result == 1 || result == 11)) {
@@ -119,12 +156,13 @@ void Follow(const probe::ProbeOptions& options) {
         }
         if (result == -1 || result == 3) return;
         const bool valuesSentBefore = setsSent;
-        if (result == 2 && !setsSent && !options.sets.empty()) {
-            ApplySets(options.sets);
+        const bool anythingToSend = !options.sets.empty() || !options.changes.empty();
+        if (result == 2 && !setsSent && anythingToSend) {
+            ApplySets(options);
             setsSent = true;
         }
         if (!options.watch) {
-            if (result == 2 && options.sets.empty()) return;
+            if (result == 2 && !anythingToSend) return;
             if (result == 7 && valuesSentBefore) return;
         }
         const std::int32_t rc = LinkStartReceiver(kProbeWindow, kResultMessage);
@@ -144,6 +182,7 @@ int main(int argc, char** argv) {
     plat::SocketsStartup();
     plat::SetPostHook(OnPost);
     plat::SetMessageBoxHook(OnBox);
+    SetWorkerEndObserver(OnWorkerEnd);
     LinkInit();
     const plat::SocketHandle socket = plat::SocketConnectTcp(options.host.c_str(), options.port);
     if (socket == plat::kInvalidSocket) {
@@ -157,7 +196,9 @@ int main(int argc, char** argv) {
     } else {
         Follow(options);
     }
-    if (LinkIsOpen() && LinkDisconnect(1) != 0) LinkDisconnect(0);
+    // Within a bounded time, whatever the device does: a device that stopped sending in the
+    // middle of a file holds the link's lock, and then the goodbye is skipped.
+    if (LinkIsOpen()) LinkStop();
     plat::SocketClose(socket);
     LinkShutdown();
     plat::SocketsCleanup();

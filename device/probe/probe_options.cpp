@@ -6,15 +6,20 @@
 namespace probe {
 
 const char kProbeUsage[] =
-    "usage: panel-probe HOST:PORT [--set KEY=VALUE]... [--watch] [--timeout SECONDS]\n"
+    "usage: panel-probe HOST:PORT [--set KEY=VALUE]... [--change KEY OLD NEW]... [--watch]\n"
+    "                   [--timeout SECONDS]\n"
     "Connects as the client does and prints, one JSON object a line, every link result and,\n"
     "after each panel and update, every control with the fields the client decoded.\n"
     "  --set KEY=VALUE   after the panel arrives, store VALUE into control KEY (decimal or 0x\n"
-    "                    hex) as the client's editors do, and send it. VALUE by type: text as\n"
-    "                    is; button, check box, section, message: on/off or 0-255; number as\n"
+    "                    hex) as the client's editors do. All values are sent together in one\n"
+    "                    value message, in the panel's order. VALUE by type: text as is;\n"
+    "                    button, check box, section, message: on/off or 0-255; number as\n"
     "                    shown (21.5 with exponent -1); date-time YYYY-MM-DD HH:MM[:SS]; list\n"
-    "                    index; password (empty logs out); blob text or hex:BYTES; files and\n"
-    "                    image: anything (a press)\n"
+    "                    index; password (a log-in, sent on its own; empty logs out); blob text\n"
+    "                    or hex:BYTES; files and image: anything (a press)\n"
+    "  --change KEY OLD NEW\n"
+    "                    change the password of control KEY, then log out as the client does;\n"
+    "                    an empty NEW shows the client's answer\n"
     "  --watch           keep following updates until the link ends or the time limit\n"
     "  --timeout S       the time limit in seconds (default 10; none with --watch)\n"
     "Without --watch the probe stops after the panel, or after the first value update that\n"
@@ -60,6 +65,16 @@ bool ParseProbeOptions(int argc, const char* const* argv, ProbeOptions* out, std
             }
             set.value = assignment.substr(equals + 1);
             out->sets.push_back(set);
+        } else if (arg == "--change" && i + 3 < argc) {
+            ProbeChange change;
+            if (!ParseInteger(argv[i + 1], &change.key)) {
+                *error = std::string("--change wants KEY OLD NEW, not ") + argv[i + 1];
+                return false;
+            }
+            change.oldPassword = argv[i + 2];
+            change.newPassword = argv[i + 3];
+            out->changes.push_back(change);
+            i += 3;
         } else if (arg == "--timeout" && hasValue) {
             const char* text = argv[++i];
             auto [p, ec] = std::from_chars(text, text + std::strlen(text), out->timeoutSeconds);

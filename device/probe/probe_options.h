@@ -12,10 +12,18 @@ struct ProbeSet {
     std::string value;  // UTF-8, read by the control's type (probe_set.h)
 };
 
+// --change KEY OLD NEW: a password change, as the change dialog sends it.
+struct ProbeChange {
+    std::uint32_t key = 0;
+    std::string oldPassword;
+    std::string newPassword;
+};
+
 struct ProbeOptions {
     std::string host;
     std::uint16_t port = 0;
     std::vector<ProbeSet> sets;
+    std::vector<ProbeChange> changes;
     bool watch = false;
     double timeoutSeconds = 10;  // 0: no limit (the default with --watch)
 };

@@ -2,6 +2,7 @@
 
 #include "device/json_line.h"
 #include "link/link_client.h"
+#include "model/device_settings.h"
 #include "panel/control_styles.h"
 #include "platform/utf.h"
 
@@ -70,7 +71,9 @@ void AddTypeFields(JsonObject& o, const ControlRecord& r) {
         [[fallthrough]];
     case kTypeText:
         JsonAdd(o, "maxLength", std::int64_t{r.maxLength});
+        // The text as the rows show it (to its first zero), and every byte of the buffer.
         JsonAdd(o, "text", Utf8(r.text.Text()));
+        JsonAdd(o, "textHex", dev::HexText(r.text.Data(), r.text.Bytes()));
         break;
     case kTypeButton:
         JsonAdd(o, "press", std::int64_t{r.pressByte});
@@ -148,6 +151,22 @@ std::string ResultJson(std::int32_t result) {
     JsonObject o;
     JsonAdd(o, "result", std::int64_t{result});
     JsonAdd(o, "meaning", Meaning(result));
+    return dev::JsonText(o);
+}
+
+std::string SettingsJson() {
+    std::vector<std::string> items;
+    for (const StoredSetting& setting : ListDeviceSettings()) {
+        JsonObject item;
+        JsonAdd(item, "control", std::int64_t{setting.owner});
+        JsonAdd(item, "kind", std::int64_t{setting.kind});
+        JsonAdd(item, "value", std::int64_t{static_cast<std::int32_t>(setting.value)});
+        items.push_back(dev::JsonText(item));
+    }
+    JsonObject o;
+    JsonAddRaw(o, "settings", dev::JsonArray(items));
+    const std::int32_t seconds = ReadDeviceSetting(0, kSettingPingSeconds, 3);
+    JsonAdd(o, "pingSeconds", std::int64_t{Link().sessionFlagA ? seconds : 0});
     return dev::JsonText(o);
 }
 

@@ -129,7 +129,7 @@ bool ProbeValueBytes(const ControlRecord& r, const std::string& value,
     return ok;
 }
 
-std::int32_t ApplyProbeSet(const ProbeSet& set, std::string* error) {
+std::int32_t StoreProbeSet(const ProbeSet& set, std::string* error) {
     ControlRecord record;
     if (!CopyControl(set.key, &record)) {
         *error = "no control has key " + std::to_string(set.key);
@@ -145,9 +145,16 @@ std::int32_t ApplyProbeSet(const ProbeSet& set, std::string* error) {
         ClearRadioGroup(record.group);
     }
     static const std::uint8_t kNone = 0;  // a press carries no bytes
-    std::int32_t rc = SetControlValue(set.key, bytes.empty() ? &kNone : bytes.data(), bytes.size());
-    if (rc != 0) return rc;
-    return LinkSendPendingValues();
+    return SetControlValue(set.key, bytes.empty() ? &kNone : bytes.data(), bytes.size());
+}
+
+std::int32_t ApplyProbeChange(const ProbeChange& change) {
+    const std::u16string oldText = plat::Utf8ToUtf16(change.oldPassword);
+    const std::u16string newText = plat::Utf8ToUtf16(change.newPassword);
+    std::int32_t rc = ChangePassword(change.key, oldText.c_str(), newText.c_str());
+    // After a change the client logs out, so that the user logs in with the new password.
+    if (rc == 0) LogOut(change.key);
+    return rc;
 }
 
 }  // namespace probe

@@ -16,8 +16,13 @@ namespace probe {
 bool ProbeValueBytes(const ControlRecord& record, const std::string& value,
                      std::vector<std::uint8_t>* out, std::string* error);
 
-// Stores the value and sends the pending values: the send's status, -5 when the type takes no
-// value, or 1 with *error set when the control is absent or the text does not fit.
-std::int32_t ApplyProbeSet(const ProbeSet& set, std::string* error);
+// Stores the value as the editors do, without sending it (a password is sent at once, since
+// it is attached only while it is sent): 0, -5 when the type takes no value, or 1 with *error
+// set when the control is absent or the text does not fit.
+std::int32_t StoreProbeSet(const ProbeSet& set, std::string* error);
+
+// The password change as the change dialog sends it: the change, then (when the client
+// accepted it) the log-out. The change's status: -5 for a new password the client refuses.
+std::int32_t ApplyProbeChange(const ProbeChange& change);
 
 }  // namespace probe

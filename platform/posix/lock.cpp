@@ -10,6 +10,8 @@ void LockInit(Lock& lock) {
 
 void LockEnter(Lock& lock) { static_cast<std::recursive_mutex*>(lock.impl)->lock(); }
 
+bool LockTryEnter(Lock& lock) { return static_cast<std::recursive_mutex*>(lock.impl)->try_lock(); }
+
 void LockLeave(Lock& lock) { static_cast<std::recursive_mutex*>(lock.impl)->unlock(); }
 
 void LockDelete(Lock& lock) {

@@ -147,6 +147,22 @@ int SettingsRead(std::u16string_view panel, std::u16string_view valueName, std::
     return 0;
 }
 
+std::vector<std::pair<std::u16string, std::uint32_t>> SettingsList(std::u16string_view panel) {
+    std::lock_guard<std::mutex> hold(g_mutex);
+    ValueMap values;
+    std::vector<std::pair<std::u16string, std::uint32_t>> list;
+    if (LoadFile(PanelFile(panel), &values) != 0) return list;
+    for (const auto& [name, bytes] : values) {
+        if (bytes.size() > 4) continue;
+        std::uint32_t v = 0;
+        for (size_t i = 0; i < bytes.size(); ++i) {
+            v |= static_cast<std::uint32_t>(static_cast<unsigned char>(bytes[i])) << (8 * i);
+        }
+        list.emplace_back(Utf8ToUtf16(name), v);
+    }
+    return list;
+}
+
 int SettingsWrite(std::u16string_view panel, std::u16string_view valueName, std::uint32_t value) {
     std::lock_guard<std::mutex> hold(g_mutex);
     std::string folder = ConfigFolder();

@@ -70,11 +70,18 @@ int SocketReceive(SocketHandle socket, void* data, int length) {
         errno = EBADF;
         return kSocketError;
     }
+    // After a reset the system reports an end of data, which a link does not take as an end.
+    if (int noted = socket_table::ReceiveError(socket)) {
+        socket_table::Release(socket);
+        errno = noted;
+        return kSocketError;
+    }
     ssize_t n;
     do {
         n = ::recv(static_cast<int>(native), data, static_cast<size_t>(length), 0);
     } while (n < 0 && errno == EINTR);
     int saved = errno;
+    if (n < 0) socket_table::NoteReceiveError(socket, saved);
     socket_table::Release(socket);
     errno = saved;
     return n < 0 ? kSocketError : static_cast<int>(n);
@@ -90,6 +97,16 @@ int SocketWaitReadable(SocketHandle socket, int timeoutMilliseconds) {
     } while (rc < 0 && errno == EINTR);
     socket_table::Release(socket);
     return rc < 0 ? kSocketError : (rc > 0 ? 1 : 0);
+}
+
+void SocketReset(SocketHandle socket) {
+    std::intptr_t native;
+    if (socket_table::Acquire(socket, &native)) {
+        linger abort{1, 0};
+        ::setsockopt(static_cast<int>(native), SOL_SOCKET, SO_LINGER, &abort, sizeof abort);
+        socket_table::Release(socket);
+    }
+    socket_table::CloseWithoutShutdown(socket);
 }
 
 void SocketClose(SocketHandle socket) {

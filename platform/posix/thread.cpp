@@ -1,5 +1,7 @@
 #include "platform/thread.h"
 
+#include <atomic>
+
 #include <pthread.h>
 #include <time.h>
 
@@ -21,9 +23,14 @@ void* Trampoline(void* p) {
     return nullptr;
 }
 
+std::atomic<int> g_failStarts{0};
+
 }  // namespace
 
+void FailThreadStartsForTest(int error) { g_failStarts = error; }
+
 int StartDetachedThread(ThreadFunction function, void* argument) {
+    if (int error = g_failStarts.load()) return error;
     pthread_t thread;
     auto* start = new Start{function, argument};
     int rc = pthread_create(&thread, nullptr, Trampoline, start);

@@ -13,6 +13,10 @@ void LockInit(Lock& lock) {
 
 void LockEnter(Lock& lock) { EnterCriticalSection(static_cast<CRITICAL_SECTION*>(lock.impl)); }
 
+bool LockTryEnter(Lock& lock) {
+    return TryEnterCriticalSection(static_cast<CRITICAL_SECTION*>(lock.impl)) != 0;
+}
+
 void LockLeave(Lock& lock) { LeaveCriticalSection(static_cast<CRITICAL_SECTION*>(lock.impl)); }
 
 void LockDelete(Lock& lock) {

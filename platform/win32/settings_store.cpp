@@ -56,4 +56,24 @@ int SettingsWrite(std::u16string_view panel, std::u16string_view valueName, std:
     return static_cast<int>(rc);
 }
 
+std::vector<std::pair<std::u16string, std::uint32_t>> SettingsList(std::u16string_view panel) {
+    std::vector<std::pair<std::u16string, std::uint32_t>> list;
+    HKEY key;
+    if (RegOpenKeyExW(kRoot, KeyPath(panel).c_str(), 0, KEY_QUERY_VALUE, &key) != ERROR_SUCCESS) {
+        return list;
+    }
+    for (DWORD index = 0;; ++index) {
+        wchar_t name[256];
+        DWORD nameLength = 256, data = 0, size = sizeof data;
+        LONG rc = RegEnumValueW(key, index, name, &nameLength, nullptr, nullptr,
+                                reinterpret_cast<BYTE*>(&data), &size);
+        if (rc == ERROR_NO_MORE_ITEMS) break;
+        if (rc != ERROR_SUCCESS) continue;  // a value too long for 4 bytes
+        list.emplace_back(std::u16string(reinterpret_cast<const char16_t*>(name), nameLength),
+                          data);
+    }
+    RegCloseKey(key);
+    return list;
+}
+
 }  // namespace plat

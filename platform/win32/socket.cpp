@@ -85,11 +85,18 @@ int SocketReceive(SocketHandle socket, void* data, int length) {
         WSASetLastError(WSAENOTSOCK);
         return kSocketError;
     }
+    // A reset stays an error, whatever the system reports for later receives.
+    if (int noted = socket_table::ReceiveError(socket)) {
+        socket_table::Release(socket);
+        WSASetLastError(noted);
+        return kSocketError;
+    }
     int n = SOCKET_ERROR;
     if (WaitReadableOrClosed(socket, static_cast<SOCKET>(native))) {
         n = ::recv(static_cast<SOCKET>(native), static_cast<char*>(data), length, 0);
     }
     int saved = WSAGetLastError();
+    if (n == SOCKET_ERROR && saved != 0) socket_table::NoteReceiveError(socket, saved);
     socket_table::Release(socket);
     WSASetLastError(saved);
     return n == SOCKET_ERROR ? kSocketError : n;
@@ -105,6 +112,17 @@ int SocketWaitReadable(SocketHandle socket, int timeoutMilliseconds) {
     int rc = ::select(0, &readable, nullptr, nullptr, &tv);
     socket_table::Release(socket);
     return rc == SOCKET_ERROR ? kSocketError : (rc > 0 ? 1 : 0);
+}
+
+void SocketReset(SocketHandle socket) {
+    std::intptr_t native;
+    if (socket_table::Acquire(socket, &native)) {
+        linger abort{1, 0};
+        ::setsockopt(static_cast<SOCKET>(native), SOL_SOCKET, SO_LINGER,
+                     reinterpret_cast<const char*>(&abort), sizeof abort);
+        socket_table::Release(socket);
+    }
+    socket_table::CloseWithoutShutdown(socket);
 }
 
 void SocketClose(SocketHandle socket) {

@@ -1,5 +1,7 @@
 #include "platform/thread.h"
 
+#include <atomic>
+
 #include <windows.h>
 
 namespace plat {
@@ -18,9 +20,14 @@ DWORD WINAPI Trampoline(LPVOID p) {
     return 0;
 }
 
+std::atomic<int> g_failStarts{0};
+
 }  // namespace
 
+void FailThreadStartsForTest(int error) { g_failStarts = error; }
+
 int StartDetachedThread(ThreadFunction function, void* argument) {
+    if (int error = g_failStarts.load()) return error;
     auto* start = new Start{function, argument};
     HANDLE thread = CreateThread(nullptr, 0, Trampoline, start, 0, nullptr);
     if (!thread) {

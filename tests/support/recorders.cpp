@@ -1,5 +1,7 @@
 #include "tests/support/recorders.h"
 
+#include "link/link_client.h"
+
 #include <thread>
 
 namespace testing_support {
@@ -88,6 +90,7 @@ PostRecorder::~PostRecorder() {
 }
 
 void PostRecorder::Hook(plat::WindowRef, unsigned message) {
+    if (message != kResultMessage) return;  // the wait cursor's posts
     if (PostRecorder* self = g_posts) {
         std::lock_guard<std::mutex> hold(self->mutex_);
         self->messages_.push_back(message);

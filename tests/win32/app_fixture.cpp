@@ -44,6 +44,10 @@ void ProgramTest::SetUp() {
 
 void SetBluetoothResult(std::int32_t result) { g_neighbourhood.bluetoothResult = result; }
 
+void SetBluetoothDevices(std::vector<FoundDevice> devices) {
+    g_neighbourhood.bluetooth = std::move(devices);
+}
+
 void ProgramTest::TearDown() {
     plat::SocketClose(device);
     device = plat::kInvalidSocket;

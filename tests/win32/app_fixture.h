@@ -31,8 +31,9 @@ struct Neighbourhood {
 };
 
 std::vector<FoundDevice> NamedDevices(int count);
-// The Bluetooth result of the following searches.
+// The Bluetooth result and devices of the following searches.
 void SetBluetoothResult(std::int32_t result);
+void SetBluetoothDevices(std::vector<FoundDevice> devices);
 
 class ProgramTest : public ::testing::Test {
 protected:

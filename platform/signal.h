@@ -1,0 +1,24 @@
+// A signal one thread waits on and others set. It resets as a wait returns, so each Set
+// releases one wait; a Set with nobody waiting is kept for the next wait.
+#pragma once
+
+namespace plat {
+
+inline constexpr unsigned kWaitForever = 0xFFFFFFFFu;
+
+class Signal {
+public:
+    Signal();
+    ~Signal();
+    Signal(const Signal&) = delete;
+    Signal& operator=(const Signal&) = delete;
+
+    void Set();
+    // True when set, false when the time ran out.
+    bool Wait(unsigned milliseconds = kWaitForever);
+
+private:
+    void* impl_ = nullptr;
+};
+
+}  // namespace plat
