@@ -12,6 +12,10 @@
 
 #include <gtest/gtest.h>
 
+#ifdef _WIN32
+#include <windows.h>
+#endif
+
 #include <atomic>
 #include <mutex>
 #include <thread>
@@ -26,6 +30,17 @@ plat::WindowRef const kWindow = reinterpret_cast<plat::WindowRef>(0x77);
 std::atomic<int> g_closedEnds{0};
 void CountEnds(WorkerOutcome outcome) {
     if (outcome == WorkerOutcome::kClosed) ++g_closedEnds;
+}
+
+// Wine's closesocket ends a connection in order even with a zero linger, so there the test
+// cannot play a device that resets; real Windows and POSIX can.
+bool CanResetFromHere() {
+#ifdef _WIN32
+    HMODULE ntdll = GetModuleHandleW(L"ntdll.dll");
+    return ntdll == nullptr || GetProcAddress(ntdll, "wine_get_version") == nullptr;
+#else
+    return true;
+#endif
 }
 
 bool ProgramLockBusy() {
@@ -73,6 +88,7 @@ protected:
 };
 
 TEST_F(TcpLinkTest, AResetInTheMiddleOfAMessageEndsTheWorker) {
+    if (!CanResetFromHere()) GTEST_SKIP() << "no reset can be sent under Wine";
     // The read-ahead has served part of the message when the reset comes: the worker must see
     // the error, not an endless run of empty reads.
     ASSERT_TRUE(SendPeer(device, StalledFile()));
@@ -85,6 +101,7 @@ TEST_F(TcpLinkTest, AResetInTheMiddleOfAMessageEndsTheWorker) {
 }
 
 TEST_F(TcpLinkTest, AResetInTheMiddleOfAValueUpdateEndsTheWorkerSilently) {
+    if (!CanResetFromHere()) GTEST_SKIP() << "no reset can be sent under Wine";
     // Item one whole (an unknown key), item two cut in its data.
     ASSERT_TRUE(SendPeer(device, FrameHead(9, 0) + U32(2) + U32(99) + U32(1) + U8({7}) + U32(98) +
                                      U32(100) + Bytes(10, 1)));
