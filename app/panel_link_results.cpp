@@ -16,15 +16,18 @@ void Inform(const char16_t* text) {
 
 }  // namespace
 
-void OpenReceivedFiles() {
+// Only the controls this file message marked: an older file is not opened again.
+void LaunchReceivedFiles() {
     std::vector<std::u16string> files;
     {
         ControlsHold hold;
-        for (const ControlRecord& record : Controls().records) {
-            if (record.type != kTypeFiles || (record.flags & kMaskForBrowser) != kForBrowser) {
+        for (ControlRecord& record : Controls().records) {
+            if (record.type != kTypeFiles || !record.valueChanged ||
+                (record.flags & kMaskForBrowser) != kForBrowser) {
                 continue;
             }
-            if (record.hasReceivedPath) files.push_back(u"file://\\" + record.receivedPath);
+            record.valueChanged = 0;
+            if (record.hasReceivedPath) files.push_back(plat::FileAddress(record.receivedPath));
         }
     }
     for (const auto& file : files) plat::LaunchBrowser(file);
@@ -61,7 +64,7 @@ void OnLinkResult(HWND dialog) {
         RefreshLayoutChanges(dialog);
         break;
     case kResultFiles:
-        OpenReceivedFiles();
+        LaunchReceivedFiles();
         break;
     case kResultSettings:
         FillControlRows(dialog);

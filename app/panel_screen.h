@@ -18,5 +18,5 @@ void DisconnectPanel();
 // The pieces of the screen (panel_*.cpp).
 void OnLinkResult(HWND dialog);
 void LeavePanel(HWND dialog);
-void OpenReceivedFiles();
+void LaunchReceivedFiles();
 void OnPingTimer();

@@ -1,3 +1,4 @@
+#include "platform/browser.h"
 #include "platform/codepage.h"
 
 #include <gtest/gtest.h>
@@ -47,4 +48,16 @@ TEST(CodePage, SizesTerminatorsAndShortBuffers) {
     char narrow[2];
     EXPECT_EQ(0, plat::WideToCodePage(u"abcd", 4, narrow, 2));
     EXPECT_EQ(0, plat::CodePageToWide("abc", 0, small, 2));
+}
+
+TEST(FileAddress, IsAFileUrlTheBrowserOpens) {
+    const struct {
+        std::u16string path;
+        std::u16string address;
+    } cases[] = {
+        {u"C:\\Users\\me\\report.html", u"file:///C:/Users/me/report.html"},
+        {u"/home/me/received/a b#1?.htm", u"file:///home/me/received/a%20b%231%3F.htm"},
+        {u"C:\\100%\\\u00e9\u20ac\U0001F600", u"file:///C:/100%25/%C3%A9%E2%82%AC%F0%9F%98%80"},
+    };
+    for (const auto& c : cases) EXPECT_EQ(c.address, plat::FileAddress(c.path));
 }

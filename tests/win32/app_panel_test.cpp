@@ -206,21 +206,23 @@ void RecordLaunch(const std::u16string& argument) { g_launched.push_back(argumen
 
 TEST_F(PanelTest, ReceivedFilesForTheBrowserAreOpened) {
     Open({ButtonRecord(1, u"B")});
-    std::vector<ControlRecord> records(3);
-    records[0].type = kTypeFiles;
-    records[0].flags = 0x00100000;
-    records[0].receivedPath = u"\\Temp\\page.htm";
-    records[0].hasReceivedPath = true;
-    records[1] = records[0];
+    ControlRecord file;
+    file.type = kTypeFiles;
+    file.flags = 0x00100000;
+    file.receivedPath = u"C:\\Temp\\my page.htm";
+    file.hasReceivedPath = true;
+    file.valueChanged = 1;
+    std::vector<ControlRecord> records(4, file);
     records[1].flags = 0x00200000;  // not for the browser
-    records[2] = records[0];
     records[2].type = kTypeBlob;
+    records[3].valueChanged = 0;    // an older file, not part of this message
     SwapInControls(std::move(records));
     g_launched.clear();
     plat::SetBrowserHook(RecordLaunch);
-    OpenReceivedFiles();
+    LaunchReceivedFiles();
+    LaunchReceivedFiles();  // the mark is spent
     plat::SetBrowserHook(nullptr);
-    EXPECT_EQ(std::vector<std::u16string>{u"file://\\\\Temp\\page.htm"}, g_launched);
+    EXPECT_EQ(std::vector<std::u16string>{u"file:///C:/Temp/my%20page.htm"}, g_launched);
 }
 
 TEST_F(PanelTest, MenuBarFailureClosesTheScreenAndTheSocket) {
