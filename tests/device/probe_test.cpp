@@ -6,6 +6,8 @@
 
 #include <gtest/gtest.h>
 
+#include <cstring>
+
 using namespace testing_support;
 
 TEST(PanelProbe, CommandLines) {
@@ -39,8 +41,16 @@ TEST(PanelProbe, CommandLines) {
         EXPECT_EQ(c.watch, o.watch);
         EXPECT_EQ(c.timeout, o.timeoutSeconds);
     }
+    probe::ProbeOptions change;
+    std::string changeError;
+    ASSERT_TRUE(parse({"h:9", "--change", "20", "1234", ""}, &change, &changeError)) << changeError;
+    ASSERT_EQ(1u, change.changes.size());
+    EXPECT_EQ(20u, change.changes[0].key);
+    EXPECT_EQ("1234", change.changes[0].oldPassword);
+    EXPECT_EQ("", change.changes[0].newPassword);
     const std::vector<std::vector<const char*>> refused = {
         {}, {"h"}, {"h:0"}, {"h:70000"}, {"h:9", "--set", "x=1"}, {"h:9", "--set"},
+        {"h:9", "--change", "20", "old"}, {"h:9", "--change", "k", "a", "b"},
         {"h:9", "--timeout", "-1"}, {"h:9", "--bogus"}};
     for (const auto& args : refused) {
         probe::ProbeOptions o;
@@ -105,6 +115,12 @@ TEST(PanelProbe, ControlLinesSplitTextListsAndShowBuffersAsHex) {
               "\"label\":\"Mode \\\"x\\\"\",\"valueChanged\":0,\"layoutChanged\":0,"
               "\"sendPending\":0,\"selected\":1,\"itemCount\":2,\"items\":[\"Off\",\"Eco\"]}",
               probe::ControlJson(list));
+    ControlRecord text;
+    text.type = kTypeText;
+    text.text.Resize(8);
+    std::memcpy(text.text.Data(), u"a\0c", 6);
+    EXPECT_NE(std::string::npos, probe::ControlJson(text).find("\"textHex\":\"6100000063000000\""))
+        << probe::ControlJson(text);
     ControlRecord image;
     image.type = kTypeImage;
     image.data = {0xAB, 0x01};
