@@ -28,8 +28,10 @@ std::size_t g_posts = 0;
 
 void OnPost(plat::WindowRef, unsigned message) {
     if (message != kResultMessage) return;  // the wait cursor's posts
-    std::lock_guard<std::mutex> hold(g_mutex);
-    ++g_posts;
+    {
+        std::lock_guard<std::mutex> hold(g_mutex);
+        ++g_posts;
+    }
     g_posted.notify_one();
 }
 

@@ -4,8 +4,6 @@
 
 namespace plat {
 
-inline constexpr unsigned kWaitForever = 0xFFFFFFFFu;
-
 class Signal {
 public:
     Signal();
@@ -14,8 +12,7 @@ public:
     Signal& operator=(const Signal&) = delete;
 
     void Set();
-    // True when set, false when the time ran out.
-    bool Wait(unsigned milliseconds = kWaitForever);
+    void Wait();
 
 private:
     void* impl_ = nullptr;

@@ -12,9 +12,6 @@ Signal::~Signal() {
 
 void Signal::Set() { SetEvent(impl_); }
 
-bool Signal::Wait(unsigned milliseconds) {
-    return WaitForSingleObject(impl_, milliseconds == kWaitForever ? INFINITE : milliseconds) ==
-           WAIT_OBJECT_0;
-}
+void Signal::Wait() { WaitForSingleObject(impl_, INFINITE); }
 
 }  // namespace plat
