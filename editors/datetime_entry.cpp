@@ -4,7 +4,9 @@
 
 namespace {
 
-bool IsLeapYear(int year) { return (year % 4 == 0 && year % 100 != 0) || year % 400 == 0; }
+bool IsLeapYear(int year) {
+    return (year % 4 == 0 && year % 100 != 0) || year % 400 == 0;
+}
 
 // min(parsed, maximum), raised to the minimum when below it.
 int Clamp(long parsed, int minimum, int maximum) {
@@ -12,7 +14,7 @@ int Clamp(long parsed, int minimum, int maximum) {
     return static_cast<int>(std::max(v, static_cast<long>(minimum)));
 }
 
-}  // namespace
+} // namespace
 
 int DaysInMonth(int month, int year) {
     switch (month) {
@@ -44,13 +46,17 @@ long FieldNumber(std::u16string_view text) {
 DateTimeValue AcceptDateTimeFields(const DateTimeValue& current, std::uint32_t flags,
                                    const DateTimeFieldTexts& texts, int weekdaySelection) {
     DateTimeValue v = current;
-    if (flags & kDateTimeSecond) v.second = static_cast<std::int8_t>(Clamp(FieldNumber(texts.second), 0, 59));
-    if (flags & kDateTimeMinute) v.minute = static_cast<std::uint8_t>(Clamp(FieldNumber(texts.minute), 0, 59));
-    if (flags & kDateTimeHour) v.hour = static_cast<std::uint8_t>(Clamp(FieldNumber(texts.hour), 0, 23));
+    if (flags & kDateTimeSecond)
+        v.second = static_cast<std::int8_t>(Clamp(FieldNumber(texts.second), 0, 59));
+    if (flags & kDateTimeMinute)
+        v.minute = static_cast<std::uint8_t>(Clamp(FieldNumber(texts.minute), 0, 59));
+    if (flags & kDateTimeHour)
+        v.hour = static_cast<std::uint8_t>(Clamp(FieldNumber(texts.hour), 0, 23));
     if (flags & kDateTimeYear) {
         v.year = static_cast<std::uint16_t>(Clamp(FieldNumber(texts.year), 0, kLatestYear));
     }
-    if (flags & kDateTimeMonth) v.month = static_cast<std::uint8_t>(Clamp(FieldNumber(texts.month), 1, 12));
+    if (flags & kDateTimeMonth)
+        v.month = static_cast<std::uint8_t>(Clamp(FieldNumber(texts.month), 1, 12));
     if (flags & kDateTimeDay) {
         // The month and year as just stored, so a day past the month's end is its last day.
         const int last = DaysInMonth(v.month, v.year);

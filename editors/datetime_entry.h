@@ -15,7 +15,8 @@ inline constexpr std::uint32_t kDateTimeDay = 0x200000;
 inline constexpr std::uint32_t kDateTimeMonth = 0x400000;
 inline constexpr std::uint32_t kDateTimeYear = 0x800000;
 inline constexpr std::uint32_t kDateTimeWeekday = 0x100000;
-inline constexpr std::uint32_t kDateTimeTimeBits = kDateTimeHour | kDateTimeMinute | kDateTimeSecond;
+inline constexpr std::uint32_t kDateTimeTimeBits =
+    kDateTimeHour | kDateTimeMinute | kDateTimeSecond;
 inline constexpr std::uint32_t kDateTimeDateBits = kDateTimeDay | kDateTimeMonth | kDateTimeYear;
 inline constexpr std::uint8_t kNoWeekday = 7;
 inline constexpr int kLatestYear = 32767;
@@ -39,8 +40,8 @@ DateTimeValue AcceptDateTimeFields(const DateTimeValue& current, std::uint32_t f
 
 // What the editor shows of each group.
 struct DateTimeLayout {
-    bool timeShown = false;     // hour, minute and second controls are shown
-    bool dateShown = false;     // day, month and year controls are shown
-    bool weekdayShown = false;  // the weekday list
+    bool timeShown = false;    // hour, minute and second controls are shown
+    bool dateShown = false;    // day, month and year controls are shown
+    bool weekdayShown = false; // the weekday list
 };
 DateTimeLayout PlanDateTimeLayout(std::uint32_t flags);

@@ -12,7 +12,9 @@ namespace {
 constexpr std::int32_t kMin32 = std::numeric_limits<std::int32_t>::min();
 constexpr std::int32_t kMax32 = std::numeric_limits<std::int32_t>::max();
 
-bool IsSpace(char c) { return c == ' ' || (c >= '\t' && c <= '\r'); }
+bool IsSpace(char c) {
+    return c == ' ' || (c >= '\t' && c <= '\r');
+}
 
 // The text as narrow characters for the C conversions; anything beyond ASCII ends it, since
 // no number goes on past such a character.
@@ -28,7 +30,7 @@ std::string Narrow(std::u16string_view text) {
 std::int32_t Saturate(double v) {
     if (v <= static_cast<double>(kMin32)) return kMin32;
     if (v >= static_cast<double>(kMax32)) return kMax32;
-    return static_cast<std::int32_t>(v);  // truncates toward zero
+    return static_cast<std::int32_t>(v); // truncates toward zero
 }
 
 std::int32_t Saturate(long long v) {
@@ -44,30 +46,34 @@ double PowerOfTen(int n) {
     return p;
 }
 
-}  // namespace
+} // namespace
 
 std::u16string KeypadNumberText(std::u16string_view typed) {
     std::u16string out(typed);
     for (char16_t& c : out) {
-        if (c == u'*') c = u'.';
-        else if (c == u'#') c = u'-';
+        if (c == u'*')
+            c = u'.';
+        else if (c == u'#')
+            c = u'-';
     }
     return out;
 }
 
-NumberEntry ConvertNumberEntry(std::u16string_view typed, int exponent, const NumberLimits& limits) {
+NumberEntry ConvertNumberEntry(std::u16string_view typed, int exponent,
+                               const NumberLimits& limits) {
     const std::string text = Narrow(KeypadNumberText(typed));
     const char* start = text.c_str();
     while (IsSpace(*start)) ++start;
     NumberEntry entry;
     if (*start == '\0') {
-        entry.store = true;  // nothing typed stores 0
+        entry.store = true; // nothing typed stores 0
     } else if (exponent < 0) {
         char* end = nullptr;
         const double typedValue = std::strtod(start, &end);
         if (end == start || std::isnan(typedValue)) return entry;
         // Divided by 10^exponent as typed: 0.29 at exponent -2 is just below 29 and stays 28.
-        const double scale = exponent < -22 ? std::pow(10.0, exponent) : 1.0 / PowerOfTen(-exponent);
+        const double scale =
+            exponent < -22 ? std::pow(10.0, exponent) : 1.0 / PowerOfTen(-exponent);
         entry.store = true;
         entry.value = Saturate(typedValue / scale);
     } else {
@@ -75,8 +81,10 @@ NumberEntry ConvertNumberEntry(std::u16string_view typed, int exponent, const Nu
         long long typedValue = std::strtoll(start, &end, 10);
         if (end == start) return entry;
         // Above 10^18 every 32-bit value divides to 0.
-        if (exponent > 18) typedValue = 0;
-        else typedValue /= static_cast<long long>(PowerOfTen(exponent));
+        if (exponent > 18)
+            typedValue = 0;
+        else
+            typedValue /= static_cast<long long>(PowerOfTen(exponent));
         entry.store = true;
         entry.value = Saturate(typedValue);
     }

@@ -7,13 +7,13 @@
 #include <string_view>
 
 struct NumberLimits {
-    std::uint32_t flags = 0;  // 0x20000: the minimum applies; 0x40000: the maximum applies
+    std::uint32_t flags = 0; // 0x20000: the minimum applies; 0x40000: the maximum applies
     std::int32_t minimum = 0;
     std::int32_t maximum = 0;
 };
 
 struct NumberEntry {
-    bool store = false;  // false: the text is not a number, nothing is stored
+    bool store = false; // false: the text is not a number, nothing is stored
     std::int32_t value = 0;
 };
 

@@ -9,9 +9,9 @@
 #include <vector>
 
 enum class TextDialogKind {
-    kReadOnly,  // shown whole, not editable
+    kReadOnly, // shown whole, not editable
     kPlain,
-    kMasked,    // typed characters hidden
+    kMasked, // typed characters hidden
 };
 TextDialogKind PlanTextDialog(std::uint32_t flags);
 

@@ -12,7 +12,8 @@ std::int32_t StepNumber(std::int32_t value, int d, std::uint32_t flags, std::int
     long long v = static_cast<long long>(value) + d;
     if ((flags & kFlagMinimum) && v < minimum) v = minimum;
     if ((flags & kFlagMaximum) && v > maximum) v = maximum;
-    if (v < std::numeric_limits<std::int32_t>::min() || v > std::numeric_limits<std::int32_t>::max()) {
+    if (v < std::numeric_limits<std::int32_t>::min() ||
+        v > std::numeric_limits<std::int32_t>::max()) {
         return value;
     }
     return static_cast<std::int32_t>(v);

@@ -11,7 +11,7 @@ std::int32_t StepNumber(std::int32_t value, int d, std::uint32_t flags, std::int
 std::int32_t StepListIndex(std::int32_t index, int d, std::uint32_t count, std::int32_t style);
 
 struct ValueStep {
-    bool changed = false;  // a new value was stored and marked for sending
+    bool changed = false; // a new value was stored and marked for sending
 };
 
 // Under the store's lock: steps the control as its type and LayoutStyle allow. Does not send.

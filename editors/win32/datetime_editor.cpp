@@ -115,7 +115,8 @@ void Accept(HWND dialog, const DateTimeEditor& editor) {
     DateTimeFieldTexts texts{ControlText(dialog, IDC_SECOND), ControlText(dialog, IDC_MINUTE),
                              ControlText(dialog, IDC_HOUR),   ControlText(dialog, IDC_DAY),
                              ControlText(dialog, IDC_MONTH),  ControlText(dialog, IDC_YEAR)};
-    const int weekday = static_cast<int>(SendDlgItemMessageW(dialog, IDC_WEEKDAY, LB_GETCURSEL, 0, 0));
+    const int weekday =
+        static_cast<int>(SendDlgItemMessageW(dialog, IDC_WEEKDAY, LB_GETCURSEL, 0, 0));
     const DateTimeValue v =
         AcceptDateTimeFields(ReadValue(editor.id), editor.record->flags, texts, weekday);
     SetControlValue(editor.id, &v, sizeof v);
@@ -197,7 +198,7 @@ INT_PTR CALLBACK DateTimeProc(HWND dialog, UINT message, WPARAM wParam, LPARAM l
     }
 }
 
-}  // namespace
+} // namespace
 
 void EditDateTime(std::uint32_t controlId, const ControlRecord& record) {
     DateTimeEditor editor{controlId, &record, (record.flags & kFlagVariant) != 0};

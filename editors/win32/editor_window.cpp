@@ -34,8 +34,8 @@ void LayOutTitleAndValue(HWND dialog, bool editable) {
     const int titleHeight = titleRect.bottom - titleRect.top;
     MoveWindow(title, 4, 4, width, titleHeight, FALSE);
     const int top = 4 + titleHeight + 8;
-    const int height = editable ? (valueRect.bottom - valueRect.top) + 4
-                                : client.bottom - valueRect.top - 4;
+    const int height =
+        editable ? (valueRect.bottom - valueRect.top) + 4 : client.bottom - valueRect.top - 4;
     MoveWindow(value, 4, top, width, height > 0 ? height : 0, FALSE);
     if (Shell().listFont) {
         SendMessageW(value, WM_SETFONT, reinterpret_cast<WPARAM>(Shell().listFont), TRUE);
@@ -43,4 +43,6 @@ void LayOutTitleAndValue(HWND dialog, bool editable) {
     InvalidateRect(dialog, nullptr, TRUE);
 }
 
-void SelectAllText(HWND dialog, int id) { SendDlgItemMessageW(dialog, id, EM_SETSEL, 0, -1); }
+void SelectAllText(HWND dialog, int id) {
+    SendDlgItemMessageW(dialog, id, EM_SETSEL, 0, -1);
+}

@@ -20,7 +20,9 @@ struct ListSelector {
     const ControlRecord* record = nullptr;
 };
 
-HWND ListOf(HWND dialog) { return GetDlgItem(dialog, IDC_SELECTOR_LIST); }
+HWND ListOf(HWND dialog) {
+    return GetDlgItem(dialog, IDC_SELECTOR_LIST);
+}
 
 void AddItems(HWND list, const ControlRecord& r) {
     std::u16string_view items = r.items;
@@ -97,7 +99,7 @@ INT_PTR CALLBACK ListSelectorProc(HWND dialog, UINT message, WPARAM wParam, LPAR
     }
 }
 
-}  // namespace
+} // namespace
 
 void SelectListItem(std::uint32_t controlId, const ControlRecord& record) {
     ListSelector selector{controlId, &record};

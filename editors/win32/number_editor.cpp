@@ -95,7 +95,7 @@ INT_PTR CALLBACK NumberEditorProc(HWND dialog, UINT message, WPARAM wParam, LPAR
     }
 }
 
-}  // namespace
+} // namespace
 
 void EditNumber(std::uint32_t controlId, const ControlRecord& record) {
     NumberEditor editor{controlId, &record, (record.flags & kFlagVariant) != 0};

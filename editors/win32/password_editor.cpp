@@ -21,7 +21,7 @@ namespace {
 struct PasswordEditor {
     std::uint32_t id = 0;
     const ControlRecord* record = nullptr;
-    bool change = false;  // dialog 113 with "Log Out" and "Change"
+    bool change = false; // dialog 113 with "Log Out" and "Change"
 };
 
 constexpr int kPasswordEdits[] = {IDC_PASSWORD, IDC_NEW_PASSWORD, IDC_NEW_PASSWORD_AGAIN};
@@ -91,7 +91,7 @@ BOOL OnCommand(HWND dialog, int command) {
         return TRUE;
     case IDOK:
     case IDC_DONE:
-        if (editor.change) return TRUE;  // the change dialog has no "Done"
+        if (editor.change) return TRUE; // the change dialog has no "Done"
         LogIn(dialog, editor);
         break;
     case IDC_LOG_OUT:
@@ -129,7 +129,7 @@ INT_PTR CALLBACK PasswordProc(HWND dialog, UINT message, WPARAM wParam, LPARAM l
     }
 }
 
-}  // namespace
+} // namespace
 
 void EditPassword(std::uint32_t controlId, const ControlRecord& record) {
     std::uint8_t loggedIn = 0;

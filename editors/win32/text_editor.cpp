@@ -19,7 +19,7 @@ struct TextEditor {
     std::uint32_t id = 0;
     const ControlRecord* record = nullptr;
     bool editable = false;
-    std::size_t capacity = 0;  // characters, the terminator included
+    std::size_t capacity = 0; // characters, the terminator included
 };
 
 std::u16string ReadText(std::uint32_t id) {
@@ -112,7 +112,7 @@ int DialogFor(TextDialogKind kind) {
     }
 }
 
-}  // namespace
+} // namespace
 
 void EditText(std::uint32_t controlId, const ControlRecord& record) {
     const TextDialogKind kind = PlanTextDialog(record.flags);

@@ -22,7 +22,9 @@
 
 namespace {
 
-HWND ListOf(HWND dialog) { return GetDlgItem(dialog, IDC_PANEL_LIST); }
+HWND ListOf(HWND dialog) {
+    return GetDlgItem(dialog, IDC_PANEL_LIST);
+}
 
 std::uint32_t RowControlId(HWND list, int row) {
     LVITEMW item{};
@@ -106,7 +108,7 @@ void OpenBlob(std::uint32_t controlId, const ControlRecord& record) {
                          u"Tremolanth", plat::kMbIconAsterisk);
 }
 
-}  // namespace
+} // namespace
 
 void ActivateSelectedRow(HWND dialog) {
     HWND list = ListOf(dialog);
@@ -190,17 +192,4 @@ void ToggleSection(HWND dialog, std::uint32_t controlId, int row) {
     SendDlgItemMessageW(dialog, IDC_PANEL_LIST, LVM_SETITEMW, 0, reinterpret_cast<LPARAM>(&item));
     SetControlValue(controlId, &next, 1);
     LinkSendPendingValues();
-}
-
-void LaunchReceivedFiles(HWND) {
-    std::vector<std::u16string> files;
-    {
-        ControlsHold hold;
-        for (const ControlRecord& r : Controls().records) {
-            if (!r.valueChanged || r.type != kTypeFiles) continue;
-            if ((r.flags & kMaskForBrowser) != kForBrowser || !r.hasReceivedPath) continue;
-            files.push_back(u"file://\\" + r.receivedPath);
-        }
-    }
-    for (const auto& file : files) plat::LaunchBrowser(file);
 }

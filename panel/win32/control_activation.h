@@ -13,5 +13,3 @@ void ActivateSelectedRow(HWND dialog);
 void StepSelectedRow(HWND dialog, bool up);
 // Turns a section on or off: the row's image follows, the value is sent.
 void ToggleSection(HWND dialog, std::uint32_t controlId, int row);
-// After value updates: opens the files just received for controls meant for the browser.
-void LaunchReceivedFiles(HWND dialog);

@@ -21,23 +21,23 @@ TEST(NumberEntry, KeypadTextScaledTruncatedAndClamped) {
         bool store;
         std::int32_t value;
     } cases[] = {
-        {u"12*5", -1, 0, 0, 0, true, 125},       // "*" is the decimal point
-        {u"#3", -1, 0, 0, 0, true, -30},         // "#" the minus sign
-        {u"1299", 2, 0, 0, 0, true, 12},         // integer division truncates
-        {u"#1299", 2, 0, 0, 0, true, -12},       // toward zero
-        {u"0.29", -2, 0, 0, 0, true, 28},        // 0.29 / 0.01 is just below 29
-        {u"12*9", 0, 0, 0, 0, true, 12},         // an integer read stops at the point
-        {u"", 0, 0, 0, 0, true, 0},              // empty stores 0
-        {u"  ", -1, kMin, 5, 0, true, 5},        // ... raised to the minimum
-        {u"abc", 0, 0, 0, 0, false, 0},          // not a number: nothing
+        {u"12*5", -1, 0, 0, 0, true, 125}, // "*" is the decimal point
+        {u"#3", -1, 0, 0, 0, true, -30},   // "#" the minus sign
+        {u"1299", 2, 0, 0, 0, true, 12},   // integer division truncates
+        {u"#1299", 2, 0, 0, 0, true, -12}, // toward zero
+        {u"0.29", -2, 0, 0, 0, true, 28},  // 0.29 / 0.01 is just below 29
+        {u"12*9", 0, 0, 0, 0, true, 12},   // an integer read stops at the point
+        {u"", 0, 0, 0, 0, true, 0},        // empty stores 0
+        {u"  ", -1, kMin, 5, 0, true, 5},  // ... raised to the minimum
+        {u"abc", 0, 0, 0, 0, false, 0},    // not a number: nothing
         {u"#", -1, 0, 0, 0, false, 0},
         {u"nan", -1, 0, 0, 0, false, 0},
-        {u"500", 0, kMax, 0, 100, true, 100},    // the maximum only with its flag
+        {u"500", 0, kMax, 0, 100, true, 100}, // the maximum only with its flag
         {u"500", 0, kMin, 0, 100, true, 500},
         {u"#500", 0, kMin | kMax, -10, 100, true, -10},
-        {u"99999999999", 0, 0, 0, 0, true, kBig},  // saturates instead of overflowing
+        {u"99999999999", 0, 0, 0, 0, true, kBig}, // saturates instead of overflowing
         {u"1e30", -3, 0, 0, 0, true, kBig},
-        {u"7", 40, 0, 0, 0, true, 0},            // huge exponents divide to 0
+        {u"7", 40, 0, 0, 0, true, 0}, // huge exponents divide to 0
         {u"7", -100, 0, 0, 0, true, kBig},
     };
     for (const Case& c : cases) {
@@ -50,7 +50,7 @@ TEST(NumberEntry, KeypadTextScaledTruncatedAndClamped) {
 }
 
 TEST(NumberEntry, EditableShowsTheBareNumberReadOnlyTheRowsText) {
-    NumberLook look{0x100000, u"T=%f C", 1, -1};  // style 2 with one decimal
+    NumberLook look{0x100000, u"T=%f C", 1, -1}; // style 2 with one decimal
     EXPECT_EQ(u"12.5", NumberEditorText(125, look, true));
     EXPECT_EQ(u"T=12.5 C", NumberEditorText(125, look, false));
     // What is shown reads back as the same value.
@@ -86,7 +86,7 @@ TEST(DateTimeEntry, WeekdayFromTheListOrNone) {
     const DateTimeFieldTexts none;
     EXPECT_EQ(6, AcceptDateTimeFields(start, kDateTimeWeekday, none, 6).weekday);
     EXPECT_EQ(kNoWeekday, AcceptDateTimeFields(start, kDateTimeWeekday, none, -1).weekday);
-    EXPECT_EQ(2, AcceptDateTimeFields(start, kDateTimeHour, none, 6).weekday);  // untouched
+    EXPECT_EQ(2, AcceptDateTimeFields(start, kDateTimeHour, none, 6).weekday); // untouched
     const struct {
         std::uint32_t flags;
         bool time, date, weekday;

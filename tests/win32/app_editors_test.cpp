@@ -19,7 +19,8 @@ const Bytes kGoodbye = FrameHead(4, 2);
 // Records with UTF-16 texts (flag 0x4); 0x10000: the user may change them.
 Bytes NumberRecord(std::uint32_t key, std::int32_t value, std::int8_t exponent) {
     return CommonPart('N', 0x10004, key) + U32(4) + U32(static_cast<std::uint32_t>(value)) +
-           AttributeBlock({{'Z', Utf16(u"Level")}, {'m', U8({static_cast<std::uint8_t>(exponent)})}});
+           AttributeBlock(
+               {{'Z', Utf16(u"Level")}, {'m', U8({static_cast<std::uint8_t>(exponent)})}});
 }
 Bytes ListRecord(std::uint32_t key, std::int32_t index) {
     return CommonPart('L', 0x4, key) + U32(4) + U32(static_cast<std::uint32_t>(index)) +
@@ -33,11 +34,12 @@ Bytes PasswordRecord(std::uint32_t key, std::uint8_t loggedIn) {
 }
 // The value message for one control: frame head, count 1, key, size, bytes.
 Bytes ValueMessage(std::uint32_t key, const Bytes& value) {
-    return FrameHead(7, 2) + U32(1) + U32(key) + U32(static_cast<std::uint32_t>(value.size())) + value;
+    return FrameHead(7, 2) + U32(1) + U32(key) + U32(static_cast<std::uint32_t>(value.size())) +
+           value;
 }
 
 class EditorTest : public ProgramTest {
-protected:
+  protected:
     void Open(const std::vector<Bytes>& records) {
         StartWithFakeDevice();
         ConnectFake();
@@ -89,11 +91,11 @@ TEST_F(EditorTest, NumberEditorSendsTheTypedNumberFollowsTheDeviceAndBackspaces)
     PostCommand(editor, IDC_DONE);
     EXPECT_EQ(ValueMessage(1, U32(125)), ReadFromClient(36));
     EXPECT_TRUE(WaitClosed(editor));
-    EXPECT_EQ(L" 12.5", ColumnTexts(PanelListView(), 0)[0]);  // the row shows the stored value
+    EXPECT_EQ(L" 12.5", ColumnTexts(PanelListView(), 0)[0]); // the row shows the stored value
 }
 
 TEST_F(EditorTest, ListSelectorBackSendsNothingDoneSendsTheRow) {
-    Open({ListRecord(1, 5)});  // outside the items: nothing selected
+    Open({ListRecord(1, 5)}); // outside the items: nothing selected
     HWND editor = OpenEditor(0);
     HWND list = GetDlgItem(editor, IDC_SELECTOR_LIST);
     EXPECT_EQ(3, SendMessageW(list, LB_GETCOUNT, 0, 0));
@@ -104,7 +106,7 @@ TEST_F(EditorTest, ListSelectorBackSendsNothingDoneSendsTheRow) {
     EXPECT_TRUE(ClientSentNothingMore());
 
     editor = OpenEditor(0);
-    PostCommand(editor, IDC_DONE);  // still nothing selected: -1 goes out
+    PostCommand(editor, IDC_DONE); // still nothing selected: -1 goes out
     EXPECT_EQ(ValueMessage(1, U32(0xFFFFFFFF)), ReadFromClient(36));
     EXPECT_TRUE(WaitClosed(editor));
 }
@@ -153,5 +155,5 @@ TEST_F(EditorTest, TheLinkEndingClosesTheEditorWithoutSending) {
     EXPECT_TRUE(ClientSentNothingMore());
 }
 
-}  // namespace
-}  // namespace app_testing
+} // namespace
+} // namespace app_testing
