@@ -1,0 +1,48 @@
+#include "editors/win32/editor_window.h"
+
+#include "res/resource.h"
+#include "shell/shell_state.h"
+
+std::u16string ControlText(HWND dialog, int id) {
+    HWND control = GetDlgItem(dialog, id);
+    const int length = GetWindowTextLengthW(control);
+    std::u16string text(static_cast<std::size_t>(length) + 1, u'\0');
+    const int got = GetWindowTextW(control, reinterpret_cast<LPWSTR>(text.data()), length + 1);
+    text.resize(static_cast<std::size_t>(got > 0 ? got : 0));
+    return text;
+}
+
+void SetControlText(HWND dialog, int id, const std::u16string& text) {
+    SetDlgItemTextW(dialog, id, WideText(text));
+}
+
+void SetEditorTitles(HWND dialog, HWND other, const std::u16string& title) {
+    SetWindowTextW(dialog, WideText(title));
+    if (other) SetWindowTextW(other, WideText(title));
+}
+
+void LayOutTitleAndValue(HWND dialog, bool editable) {
+    RECT client;
+    GetClientRect(dialog, &client);
+    const int width = client.right - 8;
+    HWND title = GetDlgItem(dialog, IDC_CONTROL_TITLE);
+    HWND value = GetDlgItem(dialog, IDC_CONTROL_VALUE);
+    RECT titleRect, valueRect;
+    GetWindowRect(title, &titleRect);
+    GetWindowRect(value, &valueRect);
+    MapWindowPoints(nullptr, dialog, reinterpret_cast<POINT*>(&valueRect), 2);
+    const int titleHeight = titleRect.bottom - titleRect.top;
+    MoveWindow(title, 4, 4, width, titleHeight, FALSE);
+    const int top = 4 + titleHeight + 8;
+    const int height =
+        editable ? (valueRect.bottom - valueRect.top) + 4 : client.bottom - valueRect.top - 4;
+    MoveWindow(value, 4, top, width, height > 0 ? height : 0, FALSE);
+    if (Shell().listFont) {
+        SendMessageW(value, WM_SETFONT, reinterpret_cast<WPARAM>(Shell().listFont), TRUE);
+    }
+    InvalidateRect(dialog, nullptr, TRUE);
+}
+
+void SelectAllText(HWND dialog, int id) {
+    SendDlgItemMessageW(dialog, id, EM_SETSEL, 0, -1);
+}

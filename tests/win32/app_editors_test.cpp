@@ -1,0 +1,159 @@
+// The editors and the value keys through the real program against a fake device.
+#include "model/control_store.h"
+#include "model/device_settings.h"
+#include "platform/settings_store.h"
+#include "shell/phone_shell.h"
+#include "shell/shell_state.h"
+#include "tests/support/temp_folder.h"
+#include "tests/win32/app_fixture.h"
+
+#include <commctrl.h>
+
+namespace app_testing {
+namespace {
+
+using namespace testing_support;
+
+const Bytes kGoodbye = FrameHead(4, 2);
+
+// Records with UTF-16 texts (flag 0x4); 0x10000: the user may change them.
+Bytes NumberRecord(std::uint32_t key, std::int32_t value, std::int8_t exponent) {
+    return CommonPart('N', 0x10004, key) + U32(4) + U32(static_cast<std::uint32_t>(value)) +
+           AttributeBlock(
+               {{'Z', Utf16(u"Level")}, {'m', U8({static_cast<std::uint8_t>(exponent)})}});
+}
+Bytes ListRecord(std::uint32_t key, std::int32_t index) {
+    return CommonPart('L', 0x4, key) + U32(4) + U32(static_cast<std::uint32_t>(index)) +
+           AttributeBlock({{'Z', Utf16(u"Mode")},
+                           {'I', Utf16(std::u16string(u"Off\0Low\0High\0", 13))},
+                           {'n', U32(3)}});
+}
+Bytes PasswordRecord(std::uint32_t key, std::uint8_t loggedIn) {
+    return CommonPart('P', 0x10004, key) + U32(1) + U8({loggedIn}) +
+           AttributeBlock({{'Z', Utf16(u"PIN")}});
+}
+// The value message for one control: frame head, count 1, key, size, bytes.
+Bytes ValueMessage(std::uint32_t key, const Bytes& value) {
+    return FrameHead(7, 2) + U32(1) + U32(key) + U32(static_cast<std::uint32_t>(value.size())) +
+           value;
+}
+
+class EditorTest : public ProgramTest {
+  protected:
+    void Open(const std::vector<Bytes>& records) {
+        StartWithFakeDevice();
+        ConnectFake();
+        std::string unique = UniqueName("Editors");
+        const std::u16string name(unique.begin(), unique.end());
+        plat::SettingsWrite(name, DeviceSettingName(0, kSettingPingSeconds), 3600);
+        SendIdentity(name);
+        Send(PanelFrame(records));
+        ASSERT_TRUE(WaitForPanelRows(static_cast<int>(records.size())));
+    }
+    void SelectRow(int row) {
+        ListView_SetItemState(PanelListView(), row, LVIS_SELECTED | LVIS_FOCUSED,
+                              LVIS_SELECTED | LVIS_FOCUSED);
+    }
+    // Activates the row and waits for its editor.
+    HWND OpenEditor(int row) {
+        SelectRow(row);
+        PostCommand(PanelScreen(), IDOK);
+        HWND editor = nullptr;
+        EXPECT_TRUE(WaitUntil([&] {
+            editor = Shell().currentDialog;
+            return editor && IsWindowVisible(editor);
+        }));
+        return editor;
+    }
+    bool WaitClosed(HWND editor) {
+        return WaitUntil([&] { return !IsWindow(editor) && !Shell().currentDialog; });
+    }
+    static std::wstring Text(HWND editor, int id) {
+        wchar_t text[256] = {};
+        GetDlgItemTextW(editor, id, text, 256);
+        return text;
+    }
+};
+
+TEST_F(EditorTest, NumberEditorSendsTheTypedNumberFollowsTheDeviceAndBackspaces) {
+    Open({NumberRecord(1, 7, -1)});
+    HWND editor = OpenEditor(0);
+    EXPECT_EQ(L"0.7", Text(editor, IDC_CONTROL_VALUE));
+    // The device's update of the value replaces what is shown.
+    Send(FrameHead(9, 0) + U32(1) + U32(1) + U32(4) + U32(42));
+    ASSERT_TRUE(WaitUntil([&] { return Text(editor, IDC_CONTROL_VALUE) == L"4.2"; }));
+    // Back takes the character before the caret and leaves the editor open.
+    SetDlgItemTextW(editor, IDC_CONTROL_VALUE, L"12*55");
+    SendDlgItemMessageW(editor, IDC_CONTROL_VALUE, EM_SETSEL, 5, 5);
+    PostCommand(editor, IDCANCEL);
+    ASSERT_TRUE(WaitUntil([&] { return Text(editor, IDC_CONTROL_VALUE) == L"12*5"; }));
+    EXPECT_TRUE(ClientSentNothingMore());
+    PostCommand(editor, IDC_DONE);
+    EXPECT_EQ(ValueMessage(1, U32(125)), ReadFromClient(36));
+    EXPECT_TRUE(WaitClosed(editor));
+    EXPECT_EQ(L" 12.5", ColumnTexts(PanelListView(), 0)[0]); // the row shows the stored value
+}
+
+TEST_F(EditorTest, ListSelectorBackSendsNothingDoneSendsTheRow) {
+    Open({ListRecord(1, 5)}); // outside the items: nothing selected
+    HWND editor = OpenEditor(0);
+    HWND list = GetDlgItem(editor, IDC_SELECTOR_LIST);
+    EXPECT_EQ(3, SendMessageW(list, LB_GETCOUNT, 0, 0));
+    EXPECT_EQ(LB_ERR, SendMessageW(list, LB_GETCURSEL, 0, 0));
+    SendMessageW(list, LB_SETCURSEL, 2, 0);
+    PostCommand(editor, IDCANCEL);
+    EXPECT_TRUE(WaitClosed(editor));
+    EXPECT_TRUE(ClientSentNothingMore());
+
+    editor = OpenEditor(0);
+    PostCommand(editor, IDC_DONE); // still nothing selected: -1 goes out
+    EXPECT_EQ(ValueMessage(1, U32(0xFFFFFFFF)), ReadFromClient(36));
+    EXPECT_TRUE(WaitClosed(editor));
+}
+
+TEST_F(EditorTest, PasswordChangeWithDifferentNewPasswordsStaysAndSendsNothing) {
+    Open({PasswordRecord(1, 1)});
+    HWND editor = OpenEditor(0);
+    EXPECT_EQ(L"Log Out", ShellSoftKeyLabel(editor, kLeftSoftKey));
+    SetDlgItemTextW(editor, IDC_PASSWORD, L"old");
+    SetDlgItemTextW(editor, IDC_NEW_PASSWORD, L"new1");
+    SetDlgItemTextW(editor, IDC_NEW_PASSWORD_AGAIN, L"new2");
+    PostCommand(editor, IDC_CHANGE);
+    EXPECT_TRUE(boxes.WaitFor(u"The new passwords are not the same.", std::chrono::seconds(5)));
+    Sync();
+    EXPECT_TRUE(IsWindow(editor));
+    EXPECT_TRUE(ClientSentNothingMore());
+    // Log Out sends the empty password in both fields.
+    PostCommand(editor, IDC_LOG_OUT);
+    EXPECT_EQ(ValueMessage(1, Bytes(68, 0)), ReadFromClient(32 + 68));
+    EXPECT_TRUE(WaitClosed(editor));
+}
+
+TEST_F(EditorTest, ABurstOfStepsSendsOneMessageAndListsLoop) {
+    Open({NumberRecord(1, 5, 0), ListRecord(2, 2)});
+    SelectRow(0);
+    {
+        // Holding the store keeps the first step from ending, so the burst is queued whole.
+        ControlsHold hold;
+        for (int i = 0; i < 3; ++i) PostKey(PanelListView(), VK_RIGHT);
+    }
+    EXPECT_EQ(ValueMessage(1, U32(8)), ReadFromClient(36));
+    EXPECT_TRUE(ClientSentNothingMore());
+    SelectRow(1);
+    PostKey(PanelListView(), VK_RIGHT);
+    EXPECT_EQ(ValueMessage(2, U32(0)), ReadFromClient(36));
+    EXPECT_EQ(L" Off", ColumnTexts(PanelListView(), 0)[1]);
+}
+
+TEST_F(EditorTest, TheLinkEndingClosesTheEditorWithoutSending) {
+    Open({NumberRecord(1, 7, 0)});
+    HWND editor = OpenEditor(0);
+    SetDlgItemTextW(editor, IDC_CONTROL_VALUE, L"99");
+    Send(FrameHead(1, 0));
+    EXPECT_EQ(kGoodbye, ReadFromClient(20));
+    EXPECT_TRUE(WaitClosed(editor));
+    EXPECT_TRUE(ClientSentNothingMore());
+}
+
+} // namespace
+} // namespace app_testing
