@@ -24,6 +24,10 @@ struct LayoutDialogState {
 void FillChoices(HWND dialog, int listId, int spinId, std::span<const char16_t* const> names,
                  std::int32_t selected) {
     HWND list = GetDlgItem(dialog, listId);
+    // One entry fills the box, so the spin shows one choice at a time.
+    RECT client;
+    GetClientRect(list, &client);
+    SendMessageW(list, LB_SETITEMHEIGHT, 0, MAKELPARAM(client.bottom, 0));
     for (const char16_t* name : names) {
         SendMessageW(list, LB_ADDSTRING, 0, reinterpret_cast<LPARAM>(name));
     }
