@@ -1,11 +1,14 @@
 // The settings dialogs' fields and the names their lists offer.
 #include "panel/control_styles.h"
 #include "panel/settings_forms.h"
-#include "tests/panel/panel_fixture.h"
+#include "model/control_record.h"
 
+#include <gtest/gtest.h>
+
+#include <iterator>
 #include <limits>
+#include <string>
 
-namespace panel_testing {
 namespace {
 
 TEST(SettingsForms, NumberFieldsReadLikePercentLd) {
@@ -35,21 +38,6 @@ TEST(SettingsForms, PingsShowThreeWhenOffAndStoreZeroWithoutANumber) {
     EXPECT_EQ(12, PingSecondsFrom(true, u"12"));
 }
 
-TEST_F(PanelTest, LayoutChoicesAreKeptPerControlAndNoSelectionStoresZero) {
-    EXPECT_EQ(0, ReadLayoutChoice(7).fastKey);
-    SaveLayoutChoice(7, {2, 11, 4, 0});
-    SaveLayoutChoice(8, {1, ChosenIndex(-1), 3, 9});
-    const LayoutChoice seven = ReadLayoutChoice(7);
-    const LayoutChoice eight = ReadLayoutChoice(8);
-    EXPECT_EQ((std::vector<std::int32_t>{2, 11, 4, 0}),
-              (std::vector<std::int32_t>{seven.style, seven.fastKey, seven.valueShow,
-                                         seven.titleLength}));
-    EXPECT_EQ((std::vector<std::int32_t>{1, 0, 3, 9}),
-              (std::vector<std::int32_t>{eight.style, eight.fastKey, eight.valueShow,
-                                         eight.titleLength}));
-    EXPECT_EQ(1, HasDeviceSetting(7, kSettingLayoutTitleLength));  // 0 is stored, not left out
-}
-
 TEST(ControlStyles, EveryTypeHasItsStylesAndTheListsTheirNames) {
     const std::size_t counts[] = {0, 1, 1, 1, 1, 1, 2, 4, 1, 3, 1, 1, 1, 1, 1, 0};
     for (std::uint16_t type = 0; type < std::size(counts); ++type) {
@@ -65,4 +53,3 @@ TEST(ControlStyles, EveryTypeHasItsStylesAndTheListsTheirNames) {
 }
 
 }  // namespace
-}  // namespace panel_testing
