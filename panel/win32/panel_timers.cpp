@@ -2,6 +2,7 @@
 
 #include "link/value_encoder.h"
 #include "model/device_settings.h"
+#include "panel/settings_forms.h"
 
 PanelTimerMarks& PanelMarks() {
     static PanelTimerMarks marks;
@@ -10,7 +11,7 @@ PanelTimerMarks& PanelMarks() {
 
 void SetPingTimer(HWND dialog, std::int32_t seconds) {
     if (PanelMarks().pingTimerRunning) KillTimer(dialog, kPingTimer);
-    if (seconds == 0) return;
+    if (seconds <= 0) return;  // a negative interval read from the store: no pings either
     PanelMarks().pingTimerRunning = true;
     SetTimer(dialog, kPingTimer, static_cast<UINT>(seconds) * 1000u, nullptr);
 }
@@ -19,7 +20,7 @@ void StopPingTimer(HWND dialog) {
     if (PanelMarks().pingTimerRunning) KillTimer(dialog, kPingTimer);
 }
 
-std::int32_t PingSeconds() { return ReadDeviceSetting(0, kSettingPingSeconds, 3); }
+std::int32_t PingSeconds() { return ReadDeviceSetting(0, kSettingPingSeconds, kDefaultPingSeconds); }
 
 void StartSendDelay(HWND dialog) {
     if (PanelMarks().sendPending) return;

@@ -37,10 +37,3 @@ TEST(Lock, TheHolderMayEnterAgainWhileOthersWait) {
     plat::LockDelete(lock);
     EXPECT_EQ(nullptr, lock.impl);
 }
-
-TEST(Thread, RunsTheFunctionWithItsArgument) {
-    std::atomic<int> seen{0};
-    ASSERT_EQ(0, plat::StartDetachedThread(
-                     [](void* p) { static_cast<std::atomic<int>*>(p)->store(42); }, &seen));
-    EXPECT_TRUE(WaitUntil([&] { return seen == 42; }));
-}
