@@ -67,7 +67,7 @@ double TimeFraction(const Calendar& time, const Calendar& earliest, const Calend
 
 // Ticks laid back from the latest time stop after this many steps: an absurd span leaves its
 // oldest part without ticks rather than stalling the paint.
-inline constexpr int kMaxTimeSteps = 1 << 20;
+inline constexpr int kMaxTimeSteps = 1 << 16;
 
 struct TimeAxis {
     Calendar earliest, latest;

@@ -13,10 +13,10 @@
 
 namespace dataview {
 
-// A view shows at most this many series, and rows x series stays within the numeric table's
-// ceiling (tables of no width carry no bytes, so their row capacity alone bounds nothing).
+// A view shows at most this many series and 2^20 cells (rows x series): more than a screen
+// or a table can show, and a table of no width carries no bytes to bound its row capacity.
 inline constexpr std::uint32_t kMaxSeries = 1024;
-inline constexpr std::uint64_t kMaxCells = 16u << 20;
+inline constexpr std::uint64_t kMaxCells = 1u << 20;
 
 // The sample kind of a record's flags (0, kSampleNumeric, kSampleLabels, kSampleDateTime).
 inline std::uint32_t SampleKindOf(std::uint32_t flags) { return flags & kMaskSampleKind; }
