@@ -35,7 +35,7 @@ FUZZ_SECONDS ?= 60
 fuzz:
 	@tools/install-deps fuzz
 	CC=clang CXX=clang++ cmake -S . -B build/fuzz -DCMAKE_BUILD_TYPE=RelWithDebInfo -DTREMOLANTH_FUZZ=ON
-	cmake --build build/fuzz -j$(JOBS) --target fuzz_worker fuzz_record fuzz_updates fuzz_files fuzz_identity
+	cmake --build build/fuzz -j$(JOBS) --target fuzz_worker fuzz_record fuzz_updates fuzz_files fuzz_identity fuzz_chart
 	@tools/run-fuzz build/fuzz $(FUZZ_SECONDS)
 
 # The tests under ThreadSanitizer (the worker and the screen's thread on one store).
@@ -47,8 +47,9 @@ tsan: deps
 # Speed and memory figures (Google Benchmark), optimised build without sanitizers.
 bench: deps
 	cmake -S . -B build/bench -DCMAKE_BUILD_TYPE=Release -DTREMOLANTH_BENCH=ON
-	cmake --build build/bench -j$(JOBS) --target link_bench
+	cmake --build build/bench -j$(JOBS) --target link_bench chart_bench
 	build/bench/bench/link_bench
+	build/bench/bench/chart_bench
 
 clean:
 	rm -rf build

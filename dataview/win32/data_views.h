@@ -1,0 +1,32 @@
+// The pieces of the data views: the chart window, the data table, the CSV export, and the
+// view state they share (one data view at a time).
+#pragma once
+
+#include "model/control_record.h"
+
+#include <windows.h>
+
+#include <cstdint>
+
+// The control the open view shows, as the entry point was given it.
+struct DataViewState {
+    std::uint32_t controlId = 0;
+    ControlRecord record;
+};
+DataViewState& CurrentDataView();
+
+// Paints the chart of the control as it is now in the store into the DC; nothing at all when
+// the control is gone.
+void PaintControlChart(HDC dc, const RECT& client, std::uint32_t controlId);
+
+// Modal over the screen window (the table over the current view: a chart when there is one).
+void RunChartDialog();
+void RunDataTable();
+
+// Asks for a file name and writes the table's list as CSV; separatorFlag 0 is ';', 1 is ','.
+void ExportTableCsv(HWND table, HWND list, int separatorFlag);
+
+// Timers of the chart window: the focus, and the repaint a burst of updates collapses into.
+inline constexpr UINT_PTR kChartFocusTimer = 69;
+inline constexpr UINT_PTR kChartRepaintTimer = 79;
+inline constexpr UINT kChartRepaintDelay = 10;
