@@ -5,7 +5,7 @@
 #include "link/link_client.h"
 #include "model/control_store.h"
 #include "platform/program_lock.h"
-#include "panel/win32/control_activation.h"
+#include "app/control_activation.h"
 #include "panel/win32/control_rows.h"
 #include "panel/win32/panel_timers.h"
 #include "res/resource.h"

@@ -9,7 +9,7 @@
 #include "model/control_store.h"
 #include "model/device_settings.h"
 #include "panel/fast_keys.h"
-#include "panel/win32/control_activation.h"
+#include "app/control_activation.h"
 #include "panel/win32/control_rows.h"
 #include "panel/win32/layout_dialog.h"
 #include "panel/win32/panel_timers.h"

@@ -1,6 +1,6 @@
 // What the action key and left/right do on a row of the panel list, by the control's type.
 // The store's lock is never held while an editor or view runs: they get a copy of the record.
-#include "panel/win32/control_activation.h"
+#include "app/control_activation.h"
 
 #include "dataview/win32/data_view.h"
 #include "editors/win32/editors.h"
