@@ -116,6 +116,17 @@ void ReturnFocusToList() {
     if (attached) AttachThreadInput(mine, owner, FALSE);
 }
 
+// A desktop scroll bar is wider than the room the handset leaves for its own: narrow the title
+// column so that both columns stay inside the list and no sideways scroll bar appears.
+void FitFirstColumn(HWND list) {
+    RECT inside;
+    GetClientRect(list, &inside);
+    const int fit = inside.right - static_cast<int>(SendMessageW(list, LVM_GETCOLUMNWIDTH, 1, 0));
+    if (fit > 0 && SendMessageW(list, LVM_GETCOLUMNWIDTH, 0, 0) > fit) {
+        SendMessageW(list, LVM_SETCOLUMNWIDTH, 0, MAKELPARAM(fit, 0));
+    }
+}
+
 }  // namespace
 
 void FillControlRows(HWND dialog) {
@@ -144,6 +155,7 @@ void FillControlRows(HWND dialog) {
     if (top >= count) top = 0;
     SendMessageW(list, LVM_SCROLL, 0, top * kRowHeight);
     SendMessageW(list, WM_SETREDRAW, TRUE, 0);
+    FitFirstColumn(list);
     SetFocus(list);
 }
 

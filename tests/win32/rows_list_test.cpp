@@ -154,6 +154,13 @@ TEST_F(RowsWindow, ManyRowsCustomKeysAndTheRememberedSelection) {
     FillControlRows(dialog);
     EXPECT_EQ(0, Selected());
     EXPECT_EQ(162, ListView_GetColumnWidth(list, 0));
+
+    SetControls(Buttons(40));  // the desktop's scroll bar is wider than the handset's room
+    MoveWindow(list, 0, 0, Shell().listWidth, 200, TRUE);
+    FillControlRows(dialog);
+    RECT inside;
+    GetClientRect(list, &inside);
+    EXPECT_LE(ListView_GetColumnWidth(list, 0) + ListView_GetColumnWidth(list, 1), inside.right);
 }
 
 TEST_F(RowsWindow, ValueUpdatesRefreshOnlyMarkedRowsAndTellTheDataView) {
