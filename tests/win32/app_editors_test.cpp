@@ -28,8 +28,8 @@ Bytes ListRecord(std::uint32_t key, std::int32_t index) {
                            {'I', Utf16(std::u16string(u"Off\0Low\0High\0", 13))},
                            {'n', U32(3)}});
 }
-Bytes PasswordRecord(std::uint32_t key, std::uint8_t loggedIn) {
-    return CommonPart('P', 0x10004, key) + U32(1) + U8({loggedIn}) +
+Bytes PasswordRecord(std::uint32_t key, std::uint8_t loggedIn, std::uint32_t flags = 0x10004) {
+    return CommonPart('P', flags, key) + U32(1) + U8({loggedIn}) +
            AttributeBlock({{'Z', Utf16(u"PIN")}});
 }
 // The value message for one control: frame head, count 1, key, size, bytes.
@@ -143,6 +143,36 @@ TEST_F(EditorTest, ABurstOfStepsSendsOneMessageAndListsLoop) {
     PostKey(PanelListView(), VK_RIGHT);
     EXPECT_EQ(ValueMessage(2, U32(0)), ReadFromClient(36));
     EXPECT_EQ(L" Off", ColumnTexts(PanelListView(), 0)[1]);
+}
+
+TEST_F(EditorTest, DateTimeTextAndALoggedInPasswordSendTheirBytes) {
+    const Bytes when = U8({0, 30, 7, 1, 2, 1}) + U16(2030);  // s m h day weekday month, year
+    Open({CommonPart('D', 0xED0004, 1) + U32(8) + when +
+              AttributeBlock({{'Z', Utf16(u"Alarm")}, {'f', Utf16(u"%HH%:%mm%")}}),
+          CommonPart('T', 0x10004, 2) + U32(8) + Utf16(u"ab") + U8({0, 0, 0, 0}) +
+              AttributeBlock({{'Z', Utf16(u"Name")}, {'m', U32(8)}}),
+          PasswordRecord(3, 1, 0x4)});
+    HWND editor = OpenEditor(0);
+    EXPECT_EQ(L"2030", Text(editor, IDC_YEAR)) << "no thousands separator";
+    SetDlgItemTextW(editor, IDC_HOUR, L"8");
+    SetDlgItemTextW(editor, IDC_DAY, L"31");
+    SetDlgItemTextW(editor, IDC_MONTH, L"2");
+    PostCommand(editor, IDC_DONE);
+    EXPECT_EQ(Hex(ValueMessage(1, U8({0, 30, 8, 28, 7, 2}) + U16(2030))), Hex(ReadFromClient(40)))
+        << "day 31 of February 2030 is the 28th; with date fields and no weekday field, 7";
+    EXPECT_TRUE(WaitClosed(editor));
+
+    editor = OpenEditor(1);
+    SetDlgItemTextW(editor, IDC_CONTROL_VALUE, L"xyz");
+    PostCommand(editor, IDC_DONE);
+    EXPECT_EQ(ValueMessage(2, Utf16(u"xyz") + U8({0, 0})), ReadFromClient(40));
+    EXPECT_TRUE(WaitClosed(editor));
+
+    // Logged in without the change flag: activating logs out at once, with no dialog.
+    SelectRow(2);
+    PostCommand(PanelScreen(), IDOK);
+    EXPECT_EQ(ValueMessage(3, Bytes(68, 0)), ReadFromClient(32 + 68));
+    EXPECT_EQ(nullptr, Shell().currentDialog);
 }
 
 TEST_F(EditorTest, TheLinkEndingClosesTheEditorWithoutSending) {
