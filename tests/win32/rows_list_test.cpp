@@ -99,11 +99,6 @@ protected:
         }
         return rows;
     }
-    std::vector<std::uint32_t> RowIds() {
-        std::vector<std::uint32_t> ids;
-        for (const Row& row : Rows()) ids.push_back(row.id);
-        return ids;
-    }
     int Selected() { return ListView_GetNextItem(list, -1, LVNI_SELECTED); }
 
     static inline HWND dialog, mainWindow, list, view;
@@ -199,8 +194,8 @@ TEST_F(RowsWindow, LayoutUpdatesHideShowBringIntoViewAndRaiseMessages) {
         Record(30).layoutChanged = 1;  // the Message stands at the row count: announced
     }
     RefreshLayoutChanges(dialog);
-    ASSERT_EQ(29u, RowIds().size());
-    EXPECT_EQ(3u, RowIds()[1]);
+    ASSERT_EQ(29u, Rows().size());
+    EXPECT_EQ(3u, Rows()[1].id);
     {
         ControlsHold hold;
         Record(1).flags &= ~kFlagHidden;
@@ -209,8 +204,8 @@ TEST_F(RowsWindow, LayoutUpdatesHideShowBringIntoViewAndRaiseMessages) {
         Record(29).layoutChanged = 1;
     }
     RefreshLayoutChanges(dialog);
-    ASSERT_EQ(30u, RowIds().size());
-    EXPECT_EQ(2u, RowIds()[1]);
+    ASSERT_EQ(30u, Rows().size());
+    EXPECT_EQ(2u, Rows()[1].id);
     EXPECT_GT(ListView_GetTopIndex(list), 0) << "the last row scrolled into view";
     EXPECT_EQ((Sent{{WM_APP + 1, 0}}), g_viewMessages);
     ASSERT_TRUE(boxes.WaitFor(u"Tank empty", std::chrono::seconds(5)));
