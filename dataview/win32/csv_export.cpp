@@ -86,14 +86,15 @@ INT_PTR CALLBACK FileNameProc(HWND dialog, UINT message, WPARAM wParam, LPARAM) 
 
 void ExportTableCsv(HWND table, HWND list, int separatorFlag) {
     ShellRunDialog(IDD_FILE_NAME, FileNameProc);
-    ControlRecord& record = CurrentDataView().record;
-    HANDLE file = CreateFileW(reinterpret_cast<const wchar_t*>(dataview::CsvFileName().c_str()),
-                              GENERIC_WRITE, FILE_SHARE_READ, nullptr, CREATE_ALWAYS,
+    const auto* name = reinterpret_cast<const wchar_t*>(dataview::CsvFileName().c_str());
+    if (!WriteTableCsv(list, name, separatorFlag)) ShowProductBox(table, L"File open error", MB_OK);
+}
+
+bool WriteTableCsv(HWND list, const wchar_t* path, int separatorFlag) {
+    HANDLE file = CreateFileW(path, GENERIC_WRITE, FILE_SHARE_READ, nullptr, CREATE_ALWAYS,
                               FILE_ATTRIBUTE_NORMAL, nullptr);
-    if (file == INVALID_HANDLE_VALUE) {
-        ShowProductBox(table, L"File open error", MB_OK);
-        return;
-    }
+    if (file == INVALID_HANDLE_VALUE) return false;
+    const ControlRecord& record = CurrentDataView().record;
     dataview::MatrixView view(record);
     const int columns = static_cast<int>(view.Series()) +
                         (view.SampleKind() != kSampleNone ? 1 : 0);
@@ -103,4 +104,5 @@ void ExportTableCsv(HWND table, HWND list, int separatorFlag) {
     DWORD written = 0;
     WriteFile(file, bytes.data(), static_cast<DWORD>(bytes.size()), &written, nullptr);
     CloseHandle(file);
+    return true;
 }

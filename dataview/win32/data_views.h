@@ -25,6 +25,9 @@ void RunDataTable();
 
 // Asks for a file name and writes the table's list as CSV; separatorFlag 0 is ';', 1 is ','.
 void ExportTableCsv(HWND table, HWND list, int separatorFlag);
+// The writing half of the export: the list as CSV into the file at `path`; false when the file
+// cannot be created (nothing written then).
+bool WriteTableCsv(HWND list, const wchar_t* path, int separatorFlag);
 
 // Timers of the chart window: the focus, and the repaint a burst of updates collapses into.
 inline constexpr UINT_PTR kChartFocusTimer = 69;
