@@ -96,6 +96,26 @@ protected:
     testing_support::TempFolder folder;
 };
 
+// The chart's paints, counted in its window procedure; and a burst of updates posted from the
+// chart's own thread when a marker arrives, so that all of them are queued before any is read.
+std::atomic<int> paints{0};
+WNDPROC chartProcedure = nullptr;
+constexpr LPARAM kBurstMarker = 0x5B5B;
+constexpr int kBurst = 20;
+
+LRESULT CALLBACK CountPaints(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    if (message == WM_PAINT) ++paints;
+    return CallWindowProcW(chartProcedure, window, message, wParam, lParam);
+}
+
+LRESULT CALLBACK PostBurst(int code, WPARAM wParam, LPARAM lParam) {
+    const auto* m = reinterpret_cast<const MSG*>(lParam);
+    if (code == HC_ACTION && wParam == PM_REMOVE && m->message == WM_NULL && m->lParam == kBurstMarker) {
+        for (int i = 0; i < kBurst; ++i) PostMessageW(m->hwnd, kValueChangedMessage, kId, 0);
+    }
+    return CallNextHookEx(nullptr, code, wParam, lParam);
+}
+
 std::wstring Cell(HWND list, int row, int column) {
     wchar_t text[256] = L"";
     ListView_GetItemText(list, row, column, text, 256);
@@ -171,6 +191,26 @@ TEST_F(DataViews, TableOverAChartRefreshesAndExportsCsv) {
     SendMessageW(chart, kCloseViewsMessage, 0, 0);
     EXPECT_TRUE(WaitUntil([&] { return ended_.load(); }));
     EXPECT_EQ(Current(), nullptr);
+}
+
+TEST_F(DataViews, ABurstOfUpdatesRepaintsTheChartOnce) {
+    Open(0);
+    HWND chart = Current();
+    ASSERT_TRUE(WaitUntil([&] { return IsWindowVisible(chart) && !GetUpdateRect(chart, nullptr, FALSE); }));
+    HHOOK hook = SetWindowsHookExW(WH_GETMESSAGE, PostBurst, nullptr,
+                                   GetWindowThreadProcessId(chart, nullptr));
+    ASSERT_NE(hook, nullptr);
+    chartProcedure = reinterpret_cast<WNDPROC>(
+        SetWindowLongPtrW(chart, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(CountPaints)));
+    paints = 0;
+    PostMessageW(chart, WM_NULL, 0, kBurstMarker);
+    EXPECT_TRUE(WaitUntil([&] { return paints > 0 && !GetUpdateRect(chart, nullptr, FALSE); }));
+    SendMessageW(chart, WM_NULL, 0, 0);
+    EXPECT_EQ(paints, 1);
+    UnhookWindowsHookEx(hook);
+    SetWindowLongPtrW(chart, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(chartProcedure));
+    SendMessageW(chart, kCloseViewsMessage, 0, 0);
+    EXPECT_TRUE(WaitUntil([&] { return ended_.load(); }));
 }
 
 TEST_F(DataViews, CloseEndsATableAndTheChartUnderIt) {
