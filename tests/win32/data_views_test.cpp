@@ -223,4 +223,25 @@ TEST_F(DataViews, CloseEndsATableAndTheChartUnderIt) {
     EXPECT_EQ(Current(), nullptr);
 }
 
+TEST_F(DataViews, CloseInTheFileNameDialogMakesTheTableForgetTheChart) {
+    Open(0);
+    HWND chart = Current();
+    Post(chart, IDC_TABLE);
+    HWND table = WaitForNewView(chart);
+    Post(table, IDC_SAVE_CSV_COMMA);
+    HWND dialog = WaitForNewView(table);
+    const std::string path = folder.Path() + "\\closed.csv";
+    SetDlgItemTextW(dialog, IDC_FILE_NAME, std::wstring(path.begin(), path.end()).c_str());
+    SendMessageW(dialog, kCloseViewsMessage, 0, 0);
+    ASSERT_TRUE(WaitUntil([&] { return Current() == table; }));
+    EXPECT_TRUE(WaitUntil([&] { return !ReadFile(path).empty(); }));  // written all the same
+    // Done leaves no view current; the chart stays open under it.
+    Post(table, IDC_DONE);
+    EXPECT_TRUE(WaitUntil([&] { return !IsWindow(table); }));
+    EXPECT_EQ(Current(), nullptr);
+    EXPECT_TRUE(IsWindow(chart));
+    SendMessageW(chart, kCloseViewsMessage, 0, 0);
+    EXPECT_TRUE(WaitUntil([&] { return ended_.load(); }));
+}
+
 }  // namespace
