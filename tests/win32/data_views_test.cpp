@@ -139,6 +139,12 @@ TEST_F(DataViews, ChartPaintsFrameAndSeriesIntoABitmap) {
     EXPECT_EQ(GetPixel(dc, 100, 29), RGB(0, 0, 0));         // its top edge
     EXPECT_EQ(GetPixel(dc, 122, 154), RGB(0x80, 0, 0));     // the series, half way
     EXPECT_EQ(GetPixel(dc, 200, 100), RGB(255, 255, 255));  // the background
+    // As points: a dot of the series colour at each row, nothing in between.
+    WriteDeviceSetting(kId, kSettingLayoutStyle, 2);
+    PaintControlChart(dc, client, kId);
+    EXPECT_EQ(GetPixel(dc, 230, 217), RGB(0x80, 0, 0));
+    EXPECT_EQ(GetPixel(dc, 230, 222), RGB(255, 255, 255));
+    EXPECT_EQ(GetPixel(dc, 122, 154), RGB(255, 255, 255));
     // A control gone from the store paints nothing.
     SwapInControls({});
     FillRect(dc, &client, static_cast<HBRUSH>(GetStockObject(GRAY_BRUSH)));
