@@ -55,9 +55,15 @@ void KeepTypedName(HWND dialog) {
     dataview::KeepCsvFileName(reinterpret_cast<const char16_t*>(typed));
 }
 
-INT_PTR CALLBACK FileNameProc(HWND dialog, UINT message, WPARAM wParam, LPARAM) {
+// What the file-name dialog tells the export when it ends.
+struct FileNameState {
+    bool closedByMessage = false;
+};
+
+INT_PTR CALLBACK FileNameProc(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam) {
     switch (message) {
     case WM_INITDIALOG:
+        KeepDialogState(dialog, lParam);
         SetWindowTextW(dialog, L"File Name");
         if (Shell().mainWindow) SetWindowTextW(Shell().mainWindow, L"File Name");
         SetDlgItemTextW(dialog, IDC_FILE_NAME,
@@ -71,29 +77,34 @@ INT_PTR CALLBACK FileNameProc(HWND dialog, UINT message, WPARAM wParam, LPARAM) 
             return TRUE;
         }
         if (LOWORD(wParam) != IDC_DONE && LOWORD(wParam) != IDCANCEL) return FALSE;
-        [[fallthrough]];
+        break;
     case kCloseViewsMessage:
-        // Every way out keeps the name and writes the file.
-        KeepTypedName(dialog);
-        ShellEndDialog(dialog, 0);
-        return TRUE;
+        if (auto* state = DialogStateOf<FileNameState>(dialog)) state->closedByMessage = true;
+        break;
     default:
         return FALSE;
     }
+    // Every way out keeps the name and writes the file.
+    KeepTypedName(dialog);
+    ShellEndDialog(dialog, 0);
+    return TRUE;
 }
 
 }  // namespace
 
-void ExportTableCsv(HWND table, HWND list, int separatorFlag) {
-    ShellRunDialog(IDD_FILE_NAME, FileNameProc);
-    ControlRecord& record = CurrentDataView().record;
-    HANDLE file = CreateFileW(reinterpret_cast<const wchar_t*>(dataview::CsvFileName().c_str()),
-                              GENERIC_WRITE, FILE_SHARE_READ, nullptr, CREATE_ALWAYS,
+bool ExportTableCsv(HWND table, HWND list, int separatorFlag) {
+    FileNameState state;
+    ShellRunDialog(IDD_FILE_NAME, FileNameProc, &state);
+    const auto* name = reinterpret_cast<const wchar_t*>(dataview::CsvFileName().c_str());
+    if (!WriteTableCsv(list, name, separatorFlag)) ShowProductBox(table, L"File open error", MB_OK);
+    return state.closedByMessage;
+}
+
+bool WriteTableCsv(HWND list, const wchar_t* path, int separatorFlag) {
+    HANDLE file = CreateFileW(path, GENERIC_WRITE, FILE_SHARE_READ, nullptr, CREATE_ALWAYS,
                               FILE_ATTRIBUTE_NORMAL, nullptr);
-    if (file == INVALID_HANDLE_VALUE) {
-        ShowProductBox(table, L"File open error", MB_OK);
-        return;
-    }
+    if (file == INVALID_HANDLE_VALUE) return false;
+    const ControlRecord& record = CurrentDataView().record;
     dataview::MatrixView view(record);
     const int columns = static_cast<int>(view.Series()) +
                         (view.SampleKind() != kSampleNone ? 1 : 0);
@@ -103,4 +114,5 @@ void ExportTableCsv(HWND table, HWND list, int separatorFlag) {
     DWORD written = 0;
     WriteFile(file, bytes.data(), static_cast<DWORD>(bytes.size()), &written, nullptr);
     CloseHandle(file);
+    return true;
 }

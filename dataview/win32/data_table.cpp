@@ -112,15 +112,25 @@ BOOL OnCommand(HWND dialog, TableState& state, int id) {
     switch (id) {
     case IDC_SAVE_CSV_SEMICOLON:
     case IDC_SAVE_CSV_COMMA:
-        ExportTableCsv(dialog, List(dialog), id == IDC_SAVE_CSV_COMMA ? 1 : 0);
+        // A close that reached the file-name dialog leaves the table without its chart: Done
+        // then makes no view current, and a later close ends the table alone.
+        if (ExportTableCsv(dialog, List(dialog), id == IDC_SAVE_CSV_COMMA ? 1 : 0)) {
+            state.parentChart = nullptr;
+        }
         SetFocus(List(dialog));
         return TRUE;
     case IDC_DONE:
-    case IDCANCEL:
-        // The chart under the table is the current view again.
+    case IDCANCEL: {
+        // The chart under the table is the current view again, unless it was forgotten.
+        const bool current = Shell().currentDialog == dialog;
         ShellEndDialog(dialog, 0);
+        if (current) {
+            Shell().currentDialog =
+                state.parentChart && IsWindow(state.parentChart) ? state.parentChart : nullptr;
+        }
         state.parentChart = nullptr;
         return TRUE;
+    }
     default:
         return FALSE;
     }

@@ -24,7 +24,11 @@ void RunChartDialog();
 void RunDataTable();
 
 // Asks for a file name and writes the table's list as CSV; separatorFlag 0 is ';', 1 is ','.
-void ExportTableCsv(HWND table, HWND list, int separatorFlag);
+// True when the close message ended the file-name dialog (the file is written all the same).
+bool ExportTableCsv(HWND table, HWND list, int separatorFlag);
+// The writing half of the export: the list as CSV into the file at `path`; false when the file
+// cannot be created (nothing written then).
+bool WriteTableCsv(HWND list, const wchar_t* path, int separatorFlag);
 
 // Timers of the chart window: the focus, and the repaint a burst of updates collapses into.
 inline constexpr UINT_PTR kChartFocusTimer = 69;

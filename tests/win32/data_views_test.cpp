@@ -96,6 +96,26 @@ protected:
     testing_support::TempFolder folder;
 };
 
+// The chart's paints, counted in its window procedure; and a burst of updates posted from the
+// chart's own thread when a marker arrives, so that all of them are queued before any is read.
+std::atomic<int> paints{0};
+WNDPROC chartProcedure = nullptr;
+constexpr LPARAM kBurstMarker = 0x5B5B;
+constexpr int kBurst = 20;
+
+LRESULT CALLBACK CountPaints(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    if (message == WM_PAINT) ++paints;
+    return CallWindowProcW(chartProcedure, window, message, wParam, lParam);
+}
+
+LRESULT CALLBACK PostBurst(int code, WPARAM wParam, LPARAM lParam) {
+    const auto* m = reinterpret_cast<const MSG*>(lParam);
+    if (code == HC_ACTION && wParam == PM_REMOVE && m->message == WM_NULL && m->lParam == kBurstMarker) {
+        for (int i = 0; i < kBurst; ++i) PostMessageW(m->hwnd, kValueChangedMessage, kId, 0);
+    }
+    return CallNextHookEx(nullptr, code, wParam, lParam);
+}
+
 std::wstring Cell(HWND list, int row, int column) {
     wchar_t text[256] = L"";
     ListView_GetItemText(list, row, column, text, 256);
@@ -119,6 +139,12 @@ TEST_F(DataViews, ChartPaintsFrameAndSeriesIntoABitmap) {
     EXPECT_EQ(GetPixel(dc, 100, 29), RGB(0, 0, 0));         // its top edge
     EXPECT_EQ(GetPixel(dc, 122, 154), RGB(0x80, 0, 0));     // the series, half way
     EXPECT_EQ(GetPixel(dc, 200, 100), RGB(255, 255, 255));  // the background
+    // As points: a dot of the series colour at each row, nothing in between.
+    WriteDeviceSetting(kId, kSettingLayoutStyle, 2);
+    PaintControlChart(dc, client, kId);
+    EXPECT_EQ(GetPixel(dc, 230, 217), RGB(0x80, 0, 0));
+    EXPECT_EQ(GetPixel(dc, 230, 222), RGB(255, 255, 255));
+    EXPECT_EQ(GetPixel(dc, 122, 154), RGB(255, 255, 255));
     // A control gone from the store paints nothing.
     SwapInControls({});
     FillRect(dc, &client, static_cast<HBRUSH>(GetStockObject(GRAY_BRUSH)));
@@ -173,6 +199,26 @@ TEST_F(DataViews, TableOverAChartRefreshesAndExportsCsv) {
     EXPECT_EQ(Current(), nullptr);
 }
 
+TEST_F(DataViews, ABurstOfUpdatesRepaintsTheChartOnce) {
+    Open(0);
+    HWND chart = Current();
+    ASSERT_TRUE(WaitUntil([&] { return IsWindowVisible(chart) && !GetUpdateRect(chart, nullptr, FALSE); }));
+    HHOOK hook = SetWindowsHookExW(WH_GETMESSAGE, PostBurst, nullptr,
+                                   GetWindowThreadProcessId(chart, nullptr));
+    ASSERT_NE(hook, nullptr);
+    chartProcedure = reinterpret_cast<WNDPROC>(
+        SetWindowLongPtrW(chart, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(CountPaints)));
+    paints = 0;
+    PostMessageW(chart, WM_NULL, 0, kBurstMarker);
+    EXPECT_TRUE(WaitUntil([&] { return paints > 0 && !GetUpdateRect(chart, nullptr, FALSE); }));
+    SendMessageW(chart, WM_NULL, 0, 0);
+    EXPECT_EQ(paints, 1);
+    UnhookWindowsHookEx(hook);
+    SetWindowLongPtrW(chart, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(chartProcedure));
+    SendMessageW(chart, kCloseViewsMessage, 0, 0);
+    EXPECT_TRUE(WaitUntil([&] { return ended_.load(); }));
+}
+
 TEST_F(DataViews, CloseEndsATableAndTheChartUnderIt) {
     Open(0);
     HWND chart = Current();
@@ -181,6 +227,27 @@ TEST_F(DataViews, CloseEndsATableAndTheChartUnderIt) {
     SendMessageW(table, kCloseViewsMessage, 0, 0);
     EXPECT_TRUE(WaitUntil([&] { return ended_.load(); }));
     EXPECT_EQ(Current(), nullptr);
+}
+
+TEST_F(DataViews, CloseInTheFileNameDialogMakesTheTableForgetTheChart) {
+    Open(0);
+    HWND chart = Current();
+    Post(chart, IDC_TABLE);
+    HWND table = WaitForNewView(chart);
+    Post(table, IDC_SAVE_CSV_COMMA);
+    HWND dialog = WaitForNewView(table);
+    const std::string path = folder.Path() + "\\closed.csv";
+    SetDlgItemTextW(dialog, IDC_FILE_NAME, std::wstring(path.begin(), path.end()).c_str());
+    SendMessageW(dialog, kCloseViewsMessage, 0, 0);
+    ASSERT_TRUE(WaitUntil([&] { return Current() == table; }));
+    EXPECT_TRUE(WaitUntil([&] { return !ReadFile(path).empty(); }));  // written all the same
+    // Done leaves no view current; the chart stays open under it.
+    Post(table, IDC_DONE);
+    EXPECT_TRUE(WaitUntil([&] { return !IsWindow(table); }));
+    EXPECT_EQ(Current(), nullptr);
+    EXPECT_TRUE(IsWindow(chart));
+    SendMessageW(chart, kCloseViewsMessage, 0, 0);
+    EXPECT_TRUE(WaitUntil([&] { return ended_.load(); }));
 }
 
 }  // namespace
