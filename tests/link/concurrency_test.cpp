@@ -1,6 +1,5 @@
-// The worker and the screen's thread on one store at once, as in the program: the worker
-// applies updates and replaces panels while this thread reads, edits and sends. Meant for
-// the ThreadSanitizer build (make tsan); under the other builds it is a plain stress test.
+// The worker applies updates and replaces panels while this thread reads, edits and sends,
+// as in the program; meant for the ThreadSanitizer build (make tsan).
 #include "link/link_client.h"
 #include "link/value_encoder.h"
 #include "model/control_store.h"

@@ -96,16 +96,6 @@ TEST_F(LinkClientTest, CloseClearsPingAndTwoOfTheSessionFlags) {
     EXPECT_EQ(1, Link().sessionFlagC.load()) << "stay-open survives the close";
 }
 
-TEST_F(LinkClientTest, ShutdownWithAnOpenLinkClosesItFirst) {
-    StartLink();
-    Controls();  // store exists
-    LinkShutdown();
-    EXPECT_FALSE(LinkIsOpen());
-    EXPECT_EQ(u"", LinkPanelId());
-    LinkInit();
-    EXPECT_EQ(u"Tremolanth", LinkPanelId());
-}
-
 TEST(LinkReceive, PiecesAreJoinedWithAPauseAfterEachShortRead) {
     struct Case {
         std::vector<Bytes> reads;
@@ -115,7 +105,6 @@ TEST(LinkReceive, PiecesAreJoinedWithAPauseAfterEachShortRead) {
         {{U8({1, 2, 3, 4, 5, 6})}, 0},
         {{U8({1}), U8({2, 3}), U8({4, 5, 6})}, 2},
         {{U8({1, 2}), {}, {}, U8({3, 4, 5, 6})}, 3},  // empty reads are not the end
-        {{U8({1}), U8({2}), U8({3}), U8({4}), U8({5}), U8({6})}, 5},
         {{U8({1, 2})}, 1, kLinkClosed},  // the source ends midway
     };
     for (auto& c : cases) {

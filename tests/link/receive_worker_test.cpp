@@ -46,7 +46,6 @@ TEST_F(Worker, ResultsRepliesAndAcknowledgements) {
         std::int32_t result;
         Bytes reply;
     } cases[] = {
-        {"type 1", FrameHead(1, 0), 3, {}},
         {"type 5 with the ack flag", FrameHead(5, 8), 3, {}},
         {"device ping", FrameHead(8, 0), 4, FrameHead(12, 2)},
         {"ping reply", FrameHead(11, 0), 5, {}},
@@ -54,10 +53,8 @@ TEST_F(Worker, ResultsRepliesAndAcknowledgements) {
         {"type 15", FrameHead(15, 0), 8, {}},
         {"settings, none", FrameHead(19, 8) + U32(0), 11, {}},
         {"settings, negative count", FrameHead(19, 0) + U32(0xFFFFFFFF), 11, {}},
-        {"empty panel", FrameHead(6, 0) + U32(0), 2, {}},
         {"empty panel, ack wanted", FrameHead(6, 8) + U32(0), 2, ack},
         {"values, ack wanted", FrameHead(9, 8) + U32(0), 7, ack},
-        {"values", FrameHead(9, 0) + U32(0), 7, {}},
         {"layout, ack wanted", FrameHead(16, 0x0F) + U32(0), 9, ack},
         {"files, none, ack wanted", FrameHead(17, 8) + U32(1) + U32(0), 10, ack},
     };
@@ -78,7 +75,9 @@ TEST_F(Worker, AnUnknownTypeIsReportedAndLeftUnread) {
     ASSERT_EQ(2u, shown.size());
     EXPECT_EQ(u"Message = 7", shown[0].text);
     EXPECT_EQ(u"Tremolanth", shown[0].caption);
-    EXPECT_EQ(plat::FaultBoxText(547, kFile, -1), shown[1].text);
+    EXPECT_EQ(u"At 547 file tmqbthppcvcomclt, val=-1", shown[1].text);
+    EXPECT_EQ(u"", shown[1].caption);
+    EXPECT_EQ(0u, shown[1].flags);
     Restart();
     EXPECT_EQ(4, Deliver(FrameHead(8, 0))) << "the next worker hunts through the payload";
 }
@@ -163,9 +162,4 @@ TEST_F(Worker, AFileCutOffByTheLinkReportsItWithoutAResult) {
     pair.CloseClient();
     EXPECT_TRUE(EndedSilently());
     EXPECT_TRUE(boxes.HasFault(520, kFile, 6));
-}
-
-TEST_F(Worker, AClosedLinkBeforeAnyByteEndsSilently) {
-    pair.CloseClient();
-    EXPECT_TRUE(EndedSilently());
 }

@@ -39,11 +39,6 @@ Bytes Item(std::uint32_t key, const Bytes& value) {
 
 }  // namespace
 
-TEST_F(Encoding, NothingMarkedSendsTheHeadAndACountOfZero) {
-    EXPECT_EQ(0, LinkSendPendingValues());
-    EXPECT_EQ(Head(0), Sent());
-}
-
 TEST_F(Encoding, OneItemPerMarkedRecordInStoreOrder) {
     Add(kTypeButton, 2).pressByte = 255;
     Add(kTypeCheckBox, 3).checkByte = 1;

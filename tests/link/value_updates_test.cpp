@@ -77,7 +77,6 @@ TEST_F(Updates, ValuesByType) {
          "type=1 key=1 m=4 text=abcd bytes=8"},
         {"button byte", kTypeButton, U8({255, 1}), "type=2 key=2 press=255"},
         {"check box with n = 0 keeps its value", kTypeCheckBox, {}, "type=3 key=3"},
-        {"section byte", kTypeSection, U8({1}), "type=4 key=4 section=1"},
         {"date time takes 8 of 12 bytes", kTypeDateTime,
          U8({1, 2, 3, 4, 5, 6, 0xD5, 0x07, 9, 9, 9, 9}), "type=5 key=5 when=2005-6-4 3:2:1 w5"},
         {"number with n = 2 changes the low bytes", kTypeNumber, U8({0x34, 0x12}),
@@ -122,14 +121,6 @@ TEST_F(Updates, AnInvalidTypeEndsTheMessage) {
     EXPECT_TRUE(boxes.HasFault(2198, "tmqbthppcvcomclt", 0));
     EXPECT_EQ(0, Record(kTypeSection).sectionByte) << "items after it stay unread";
     Record(kTypeUnknown).type = kTypeUnknown;
-}
-
-TEST_F(Updates, AReadFailureIsPassedUp) {
-    payload_ = U32(2) + Item(kTypeSection, U8({4})) + U32(kTypeButton) + U32(10) + U8({1});
-    MemoryInput input{payload_.data(), payload_.size()};
-    ReceiveSource source = MemoryReceiveSource(&input);
-    EXPECT_EQ(kLinkClosed, DecodeValueUpdates(source));
-    EXPECT_EQ(4, Record(kTypeSection).sectionByte);
 }
 
 TEST_F(Updates, LayoutWords) {

@@ -1,17 +1,11 @@
-#include "link/link_client.h"
 #include "model/device_settings.h"
 #include "platform/safe_name.h"
-#include "platform/settings_store.h"
 #include "platform/utf.h"
 #include "tests/support/temp_folder.h"
 
 #include <gtest/gtest.h>
 
 #include <filesystem>
-
-#ifdef _WIN32
-#include <windows.h>
-#endif
 
 using testing_support::TempFolder;
 using testing_support::UniqueName;
@@ -21,7 +15,6 @@ namespace {
 class DeviceSettings : public ::testing::Test {
 protected:
     void SetUp() override { SetSettingsPanelName(u""); }
-    void TearDown() override { LinkShutdown(); }
     void AnnouncePanel(const std::u16string& name) { SetSettingsPanelName(name); }
     TempFolder folder_;
 };
@@ -33,16 +26,6 @@ std::u16string Unique(const char* prefix) { return plat::Utf8ToUtf16(UniqueName(
 TEST(SettingName, IsOwnerThenKindInSixteenHexDigits) {
     EXPECT_EQ(u"0000000000000300", DeviceSettingName(0, 768));
     EXPECT_EQ(u"DEADBEEF000001E0", DeviceSettingName(0xDEADBEEF, 480));
-}
-
-TEST_F(DeviceSettings, BeforeTheIdentityTheProductNameIsThePanel) {
-    LinkInit();  // hands the product name down to the settings
-    EXPECT_EQ(u"Tremolanth", SettingsPanelName());
-    std::uint32_t owner = 0x7E570000 | (static_cast<std::uint32_t>(::testing::UnitTest::GetInstance()->random_seed()) & 0xFFFF);
-    ASSERT_EQ(0, WriteDeviceSetting(owner, 336, 2));
-    std::uint32_t raw = 0;
-    ASSERT_EQ(0, plat::SettingsRead(u"Tremolanth", DeviceSettingName(owner, 336), &raw));
-    EXPECT_EQ(2u, raw);
 }
 
 TEST_F(DeviceSettings, ReadsFallBackWriteReadsBack) {
@@ -106,45 +89,5 @@ TEST_F(DeviceSettings, HostilePanelNamesStayInTheSettingsFolder) {
         EXPECT_EQ(".settings", entry.path().extension()) << "no temporary file is left behind";
     }
     EXPECT_EQ(4u, files);
-}
-
-TEST_F(DeviceSettings, ValuesOfOtherLengthsReadAsARegistryWould) {
-    AnnouncePanel(u"lengths");
-    ASSERT_EQ(0, WriteDeviceSetting(0, 1, 1));
-    std::string file = folder_.Path() + "/config/tremolanth/" + plat::SafeFileStem(u"lengths") +
-                       ".settings";
-    FILE* f = std::fopen(file.c_str(), "ab");
-    ASSERT_NE(nullptr, f);
-    std::fputs("0000000000000002 3412\n0000000000000003 0102030405060708\nbroken line\n", f);
-    std::fclose(f);
-    EXPECT_EQ(0x1234, ReadDeviceSetting(0, 2, -1)) << "two bytes, zero-extended";
-    EXPECT_EQ(-1, ReadDeviceSetting(0, 3, -1)) << "eight bytes do not fit";
-    EXPECT_EQ(1, ReadDeviceSetting(0, 1, -1));
-}
-#else
-TEST_F(DeviceSettings, RegistryValuesOfAnotherTypeAreReadAsTheyAre) {
-    std::u16string panel = Unique("regtype");
-    AnnouncePanel(panel);
-    std::wstring path = L"Software\\Tremolanth\\" + std::wstring(panel.begin(), panel.end());
-    HKEY key;
-    ASSERT_EQ(ERROR_SUCCESS, RegCreateKeyExW(HKEY_CURRENT_USER, path.c_str(), 0, nullptr, 0,
-                                             KEY_ALL_ACCESS, nullptr, &key, nullptr));
-    const BYTE two[2] = {0x34, 0x12};
-    const BYTE eight[8] = {1, 2, 3, 4, 5, 6, 7, 8};
-    const BYTE four[4] = {0x78, 0x56, 0x34, 0x12};
-    RegSetValueExW(key, L"0000000000000002", 0, REG_BINARY, two, 2);
-    RegSetValueExW(key, L"0000000000000003", 0, REG_BINARY, eight, 8);
-    RegSetValueExW(key, L"0000000000000004", 0, REG_SZ, four, 4);
-    RegCloseKey(key);
-    EXPECT_EQ(0x1234, ReadDeviceSetting(0, 2, -1));
-    EXPECT_EQ(-1, ReadDeviceSetting(0, 3, -1)) << "too long for 4 bytes";
-    EXPECT_EQ(0x12345678, ReadDeviceSetting(0, 4, -1)) << "the type is not checked";
-    ASSERT_EQ(0, WriteDeviceSetting(0, 5, 9));
-    DWORD type = 0, value = 0, size = sizeof value;
-    ASSERT_EQ(ERROR_SUCCESS, RegGetValueW(HKEY_CURRENT_USER, path.c_str(), L"0000000000000005",
-                                          RRF_RT_ANY, &type, &value, &size));
-    EXPECT_EQ(static_cast<DWORD>(REG_DWORD), type);
-    EXPECT_EQ(9u, value);
-    RegDeleteTreeW(HKEY_CURRENT_USER, path.c_str());
 }
 #endif
