@@ -23,10 +23,6 @@ TEST_F(RowPlan, HiddenAndMessageControlsGetNoRow) {
     EXPECT_EQ(u" A", rows[0].text) << "no title length set: the title only as the value part";
     EXPECT_EQ(4u, rows[1].controlId);
     EXPECT_EQ(10, rows[1].image);
-
-    SetControls({Control(2, kTypeButton, u"B", kFlagHidden),
-                 TextControl(3, u"M", u"hi", 0, kTypeMessage)});
-    EXPECT_TRUE(PlanControlRows().empty());
 }
 
 TEST_F(RowPlan, KeysByPositionStopAfterTwelveRowsUntilACustomKeySwitchesEveryRowToItsOwn) {
@@ -61,5 +57,4 @@ TEST_F(RowPlan, RecordingKeysLeavesUnassignedEntriesAsTheyWere) {
     EXPECT_EQ(3u, table.controlIds[8]);
     EXPECT_EQ(2, table.rows[8]);
 }
-
 }  // namespace

