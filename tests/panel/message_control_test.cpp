@@ -25,7 +25,8 @@ void CountFocusReturn() { ++g_focusReturns; }
 using MessageControl = PanelTest;
 
 TEST_F(MessageControl, TheBoxShowsTheTextUnderThePanelNameWithItsIcon) {
-    const std::pair<std::uint32_t, unsigned> icons[] = {{0x10000, 0}, {0x20011, 0x10}, {0x40000, 0x20}, {0x70000, 0}};
+    const std::pair<std::uint32_t, unsigned> icons[] = {
+        {0x10000, 0}, {0x20011, 0x10}, {0x40000, 0x20}, {0x70000, 0}};
     for (auto [flags, icon] : icons) EXPECT_EQ(icon, MessageIconFlags(flags)) << flags;
 
     SetControls({TextControl(7, u"M", u"Door open", 0x30000, kTypeMessage),

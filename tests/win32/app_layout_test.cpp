@@ -82,7 +82,8 @@ TEST_F(SettingsDialogTest, LayoutChosenOnDoneChangesTheRowsAndOutlivesTheConnect
         Close(dialog, IDC_DONE);
     }
     auto expectChosenLayout = [&] {
-        EXPECT_EQ((std::vector<std::wstring>{L" Spe: 7", L" Go: Go"}), ColumnTexts(PanelListView(), 0));
+        EXPECT_EQ((std::vector<std::wstring>{L" Spe: 7", L" Go: Go"}),
+                  ColumnTexts(PanelListView(), 0));
         EXPECT_EQ(kImageNumberNoSpin, RowImageOf(0));
         EXPECT_EQ(1, FastKeys().rows[4]);  // the later row has the key
     };

@@ -33,7 +33,8 @@ TEST_F(PanelTest, PanelArrivesAsRowsUnderTheDevicesNameAndFastKeysSelectThem) {
     EXPECT_EQ(std::wstring(panelName.begin(), panelName.end()), caption);
     EXPECT_EQ(L"Done", ShellSoftKeyLabel(PanelScreen(), kLeftSoftKey));
     // '*' arrives as VK_F8 and '#' as VK_F9; the keypad types digits.
-    const std::pair<WPARAM, int> keys[] = {{'3', 2}, {VK_NUMPAD5, 4}, {VK_MULTIPLY, 9}, {VK_F9, 11}};
+    const std::pair<WPARAM, int> keys[] = {
+        {'3', 2}, {VK_NUMPAD5, 4}, {VK_MULTIPLY, 9}, {VK_F9, 11}};
     for (const auto& [key, row] : keys) {
         PostKey(PanelListView(), key);
         Sync();
