@@ -110,7 +110,8 @@ void ProgramTest::SendIdentity(const std::u16string& name, std::uint16_t extraFl
          U32(static_cast<std::uint32_t>(name.size() * 2)) + Utf16(name) + U32(0));
 }
 
-void ProgramTest::OpenPanel(const std::vector<Bytes>& records, std::uint16_t identityFlags) {
+void ProgramTest::OpenPanel(const std::vector<Bytes>& records, std::uint16_t identityFlags,
+                            int rows) {
     StartWithFakeDevice();
     ConnectFake();
     const std::string unique = UniqueName("Panel");
@@ -118,7 +119,7 @@ void ProgramTest::OpenPanel(const std::vector<Bytes>& records, std::uint16_t ide
     plat::SettingsWrite(panelName, DeviceSettingName(0, kSettingPingSeconds), 3600);
     SendIdentity(panelName, identityFlags);
     Send(PanelFrame(records));
-    ASSERT_TRUE(WaitForPanelRows(static_cast<int>(records.size())));
+    ASSERT_TRUE(WaitForPanelRows(rows < 0 ? static_cast<int>(records.size()) : rows));
 }
 
 void ProgramTest::ExpectClosed() {

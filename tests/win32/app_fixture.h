@@ -53,8 +53,10 @@ protected:
     // Plays the device's identity (header flags 0x1 set: the text is UTF-16).
     void SendIdentity(const std::u16string& name, std::uint16_t extraFlags = 0);
     // Connects the fake device under a name of its own (so settings start empty, and pings
-    // wait an hour: timer 2 ticks only when a test posts it) and shows the panel.
-    void OpenPanel(const std::vector<Bytes>& records, std::uint16_t identityFlags = 0);
+    // wait an hour: timer 2 ticks only when a test posts it) and waits for the panel's rows
+    // (-1: one a record).
+    void OpenPanel(const std::vector<Bytes>& records, std::uint16_t identityFlags = 0,
+                   int rows = -1);
     // The panel screen gone and the list back, without a device.
     void ExpectClosed();
     void Send(const Bytes& bytes) { ASSERT_TRUE(testing_support::SendPeer(device, bytes)); }

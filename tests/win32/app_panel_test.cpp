@@ -18,6 +18,19 @@ namespace {
 
 using namespace testing_support;
 
+Bytes NumberRecord(std::uint32_t key, std::int32_t value) {
+    return CommonPart('N', 0x4, key) + U32(4) + U32(static_cast<std::uint32_t>(value)) +
+           AttributeBlock({{'Z', Utf16(u"N")}});
+}
+Bytes MessageRecord(std::uint32_t key, const std::u16string& text) {
+    return CommonPart('X', 0x4, key) + U32(static_cast<std::uint32_t>(text.size() * 2)) +
+           Utf16(text) + AttributeBlock({{'Z', Utf16(u"M")}, {'m', U32(64)}});
+}
+// One layout update: the flags word, then what the rows do not read.
+Bytes LayoutFrame(std::uint32_t key, std::uint16_t flags) {
+    return FrameHead(16, 0) + U32(1) + U32(key) + U32(8) + U16(flags) + U8({0, 0, 0, 0, 0, 0});
+}
+
 class PanelTest : public ProgramTest {
 protected:
     void Tick() { PostMessageW(PanelScreen(), WM_TIMER, 2, 0); }
@@ -40,6 +53,31 @@ TEST_F(PanelTest, PanelArrivesAsRowsUnderTheDevicesNameAndFastKeysSelectThem) {
         Sync();
         EXPECT_EQ(row, SelectedRow(PanelListView())) << key;
     }
+}
+
+TEST_F(PanelTest, UpdatesRefreshRowsHideShowAndBringThemIntoViewAndRaiseMessages) {
+    std::vector<Bytes> records = {NumberRecord(1, 5)};
+    for (std::uint32_t i = 2; i <= 30; ++i) records.push_back(ButtonRecord(i, u"B"));
+    records.push_back(MessageRecord(31, u"Tank empty"));
+    OpenPanel(records, 0, 30);
+    HWND list = PanelListView();
+    EXPECT_EQ(L"#", ColumnTexts(list, 1)[11]);
+    EXPECT_EQ(L"", ColumnTexts(list, 1)[12]);
+    RECT inside;  // the desktop's scroll bar is wider than the handset's: no sideways bar
+    GetClientRect(list, &inside);
+    EXPECT_LE(ListView_GetColumnWidth(list, 0) + ListView_GetColumnWidth(list, 1), inside.right);
+
+    Send(FrameHead(9, 0) + U32(1) + U32(1) + U32(4) + U32(42));
+    EXPECT_TRUE(WaitUntil([&] { return ColumnTexts(list, 0)[0] == L" 42"; }));
+    Send(LayoutFrame(2, 0x1));  // hidden
+    EXPECT_TRUE(WaitForPanelRows(29));
+    Send(LayoutFrame(2, 0));
+    Send(LayoutFrame(30, 0x10));  // the last row into view
+    EXPECT_TRUE(WaitForPanelRows(30));
+    EXPECT_TRUE(WaitUntil([&] { return ListView_GetTopIndex(list) > 0; }));
+    EXPECT_EQ(0u, boxes.Count());
+    Send(LayoutFrame(31, 0));  // the Message stands at the row count: announced
+    EXPECT_TRUE(boxes.WaitFor(u"Tank empty", std::chrono::seconds(5)));
 }
 
 TEST_F(PanelTest, EmptyPanelSaysSoAndKeepsTheScreen) {
