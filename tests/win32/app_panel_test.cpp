@@ -99,7 +99,7 @@ TEST_F(PanelTest, UnintelligibleDataStopsReception) {
 }
 
 TEST_F(PanelTest, DoneAndTheLeftSoftKeyLetHeldSectionsGoOneAtATimeThenBackCloses) {
-    OpenPanel({SectionRecord(1, 255, u"Upper"), ButtonRecord(2, u"B"), SectionRecord(3, 255, u"Lower")});
+    OpenPanel({SectionRecord(1, 255, u"Up"), ButtonRecord(2, u"B"), SectionRecord(3, 255, u"Low")});
     for (std::uint32_t expected : {3u, 1u}) {
         if (expected == 3) PostCommand(PanelScreen(), IDC_DONE);
         else PostKey(PanelListView(), VK_F1);
