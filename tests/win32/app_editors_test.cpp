@@ -1,4 +1,6 @@
 // The editors and the value keys through the real program against a fake device.
+#include "app/app_state.h"
+#include "app/device_table.h"
 #include "model/control_store.h"
 #include "shell/phone_shell.h"
 #include "shell/shell_state.h"
@@ -138,6 +140,22 @@ TEST_F(EditorTest, DateTimeEditorSendsTheClampedFields) {
     EXPECT_EQ(Hex(ValueMessage(1, U8({0, 30, 8, 28, 7, 2}) + U16(2030))), Hex(ReadFromClient(40)))
         << "day 31 of February 2030 is the 28th; with date fields and no weekday field, 7";
     EXPECT_TRUE(WaitClosed(editor));
+}
+
+TEST_F(EditorTest, SessionEndWithStayOpenKeepsTheEditorAndScreenAndClosesTheSocket) {
+    OpenPanel({NumberRecord(1, 7, 0)}, 0x10);
+    HWND editor = OpenEditor(0);
+    Send(FrameHead(1, 0));
+    EXPECT_EQ(kGoodbye, ReadFromClient(20));
+    ASSERT_TRUE(WaitUntil([] { return Devices().socket == plat::kInvalidSocket; }));
+    Sync();
+    EXPECT_TRUE(IsWindow(editor));
+    EXPECT_TRUE(PanelScreenOpen());
+    EXPECT_EQ(-1, App().currentDevice);
+    PostCommand(editor, IDC_DONE);  // nothing to send it on
+    EXPECT_TRUE(WaitClosed(editor));
+    PostCommand(PanelScreen(), IDC_DONE);  // the screen still leaves
+    ExpectClosed();
 }
 
 TEST_F(EditorTest, TheLinkEndingClosesTheEditorAndTheScreenWithoutSending) {

@@ -1,6 +1,5 @@
 // The panel screen against a fake device on a loopback socket.
 #include "app/app_state.h"
-#include "shell/view_messages.h"
 #include "app/device_table.h"
 #include "app/panel_screen.h"
 #include "panel/win32/panel_timers.h"
@@ -115,41 +114,6 @@ TEST_F(PanelTest, DoneAndTheLeftSoftKeyLetHeldSectionsGoOneAtATimeThenBackCloses
     }
     PostCommand(PanelScreen(), IDCANCEL);  // Back acts as Done
     EXPECT_EQ(kGoodbye, ReadFromClient(20));
-    ExpectClosed();
-}
-
-// An editor stand-in on the test's thread, which records the close request.
-bool g_editorClosed = false;
-LRESULT CALLBACK EditorProc(HWND window, UINT message, WPARAM w, LPARAM l) {
-    if (message == kCloseViewsMessage) g_editorClosed = true;
-    return DefWindowProcW(window, message, w, l);
-}
-
-TEST_F(PanelTest, SessionEndWithStayOpenKeepsTheEditorAndScreenAndClosesTheSocket) {
-    OpenPanel({ButtonRecord(1, u"B")}, 0x10);
-    WNDCLASSW wc{};
-    wc.lpfnWndProc = EditorProc;
-    wc.lpszClassName = L"TmqTestEditor";
-    RegisterClassW(&wc);
-    HWND editor = CreateWindowW(L"TmqTestEditor", L"", 0, 0, 0, 1, 1, HWND_MESSAGE, nullptr,
-                                nullptr, nullptr);
-    Shell().currentDialog = editor;
-    g_editorClosed = false;
-    Send(FrameHead(1, 0));
-    EXPECT_EQ(kGoodbye, ReadFromClient(20));
-    // Answers the program's messages to the editor while waiting.
-    ASSERT_TRUE(WaitUntil([] {
-        MSG msg;
-        while (PeekMessageW(&msg, nullptr, 0, 0, PM_REMOVE)) DispatchMessageW(&msg);
-        return Devices().socket == plat::kInvalidSocket;
-    }));
-    Sync();
-    EXPECT_FALSE(g_editorClosed);
-    EXPECT_TRUE(PanelScreenOpen());
-    EXPECT_EQ(-1, App().currentDevice);
-    Shell().currentDialog = nullptr;
-    DestroyWindow(editor);
-    PostCommand(PanelScreen(), IDC_DONE);  // still leaves, without a link to say goodbye on
     ExpectClosed();
 }
 
