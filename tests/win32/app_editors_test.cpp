@@ -36,10 +36,6 @@ Bytes ValueMessage(std::uint32_t key, const Bytes& value) {
 
 class EditorTest : public ProgramTest {
   protected:
-    void SelectRow(int row) {
-        ListView_SetItemState(PanelListView(), row, LVIS_SELECTED | LVIS_FOCUSED,
-                              LVIS_SELECTED | LVIS_FOCUSED);
-    }
     // Activates the row and waits for its editor.
     HWND OpenEditor(int row) {
         SelectRow(row);

@@ -10,6 +10,7 @@
 #include "tests/support/records.h"
 
 #include <windows.h>
+#include <commctrl.h>
 
 #include <gtest/gtest.h>
 
@@ -72,6 +73,10 @@ protected:
         return IsWindow(PanelScreen()) && IsWindowVisible(PanelScreen());
     }
     bool WaitForPanelRows(int rows);
+    void SelectRow(int row) const {
+        ListView_SetItemState(PanelListView(), row, LVIS_SELECTED | LVIS_FOCUSED,
+                              LVIS_SELECTED | LVIS_FOCUSED);
+    }
 
     // Lets the program's thread handle everything posted before this call.
     void Sync();

@@ -27,10 +27,7 @@ class SettingsDialogTest : public ProgramTest {
 protected:
     // Runs a menu command for the row and waits for the dialog it opens.
     HWND OpenDialog(int command, int row = 0) {
-        LVITEMW item{};
-        item.stateMask = item.state = LVIS_SELECTED | LVIS_FOCUSED;
-        SendMessageW(PanelListView(), LVM_SETITEMSTATE, static_cast<WPARAM>(row),
-                     reinterpret_cast<LPARAM>(&item));
+        SelectRow(row);
         PostCommand(PanelScreen(), command);
         EXPECT_TRUE(WaitUntil([] { return IsWindowVisible(Shell().currentDialog) != FALSE; }));
         return Shell().currentDialog;

@@ -108,15 +108,6 @@ TEST_F(StartupTest, SoftKeysCaptionIdleDigitsAndBack) {
     EXPECT_FALSE(IsWindow(Shell().mainWindow));
 }
 
-TEST_F(StartupTest, MenuBarFailureStopsTheStart) {
-    ShellFailMenuBarsForTest(true);
-    Start({NamedDevices(1), 0, L""});
-    ShellFailMenuBarsForTest(false);
-    ASSERT_TRUE(WaitForEnd());
-    EXPECT_EQ(0, ExitCode());
-    EXPECT_EQ(0u, boxes.Count());  // the main window's own bar fails silently
-}
-
 // The single-instance check, with the 500 ms waits counted instead of waited.
 int g_waits = 0;
 void CountWait(unsigned milliseconds) {
