@@ -172,6 +172,14 @@ std::vector<std::wstring> ColumnTexts(HWND list, int column) {
 
 int SelectedRow(HWND list) { return ListView_GetNextItem(list, -1, LVNI_SELECTED); }
 
+int RowImage(HWND list, int row) {
+    LVITEMW item{};
+    item.mask = LVIF_IMAGE;
+    item.iItem = row;
+    ListView_GetItem(list, &item);
+    return item.iImage;
+}
+
 std::wstring DialogText(HWND dialog, int id) {
     wchar_t text[256] = {};
     GetDlgItemTextW(dialog, id, text, 256);

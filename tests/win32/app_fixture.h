@@ -101,6 +101,7 @@ private:
 // Rows of a list view, as text of one column.
 std::vector<std::wstring> ColumnTexts(HWND list, int column);
 int SelectedRow(HWND list);
+int RowImage(HWND list, int row);
 std::wstring DialogText(HWND dialog, int id);
 inline const Bytes kGoodbye = testing_support::FrameHead(4, 2);
 

@@ -52,13 +52,6 @@ protected:
         UnhookWindowsHookEx(hook);
         return g_timerProbe == 1;
     }
-    int RowImageOf(int row) {
-        LVITEMW item{};
-        item.mask = LVIF_IMAGE;
-        item.iItem = row;
-        SendMessageW(PanelListView(), LVM_GETITEMW, 0, reinterpret_cast<LPARAM>(&item));
-        return item.iImage;
-    }
 };
 
 const std::vector<Bytes> kRecords = {
@@ -81,7 +74,7 @@ TEST_F(SettingsDialogTest, LayoutChosenOnDoneChangesTheRowsAndOutlivesTheConnect
     auto expectChosenLayout = [&] {
         EXPECT_EQ((std::vector<std::wstring>{L" Spe: 7", L" Go: Go"}),
                   ColumnTexts(PanelListView(), 0));
-        EXPECT_EQ(kImageNumberNoSpin, RowImageOf(0));
+        EXPECT_EQ(kImageNumberNoSpin, RowImage(PanelListView(), 0));
         EXPECT_EQ(1, FastKeys().rows[4]);  // the later row has the key
     };
     expectChosenLayout();

@@ -35,11 +35,12 @@ protected:
     void Tick() { PostMessageW(PanelScreen(), WM_TIMER, 2, 0); }
 };
 
-TEST_F(PanelTest, PanelArrivesAsRowsUnderTheDevicesNameAndFastKeysSelectThem) {
-    std::vector<Bytes> records = {ButtonRecord(1, u"Start"), SectionRecord(2, 0, u"Door")};
-    for (std::uint32_t i = 3; i <= 12; ++i) records.push_back(ButtonRecord(i, u"B"));
-    OpenPanel(records);
-    EXPECT_EQ(0u, ColumnTexts(PanelListView(), 0)[0].find(L" Start"));
+TEST_F(PanelTest, RowsUnderTheDevicesNameFastKeysAndUpdatesThatRefreshHideShowAndAnnounce) {
+    std::vector<Bytes> records = {NumberRecord(1, 5)};
+    for (std::uint32_t i = 2; i <= 30; ++i) records.push_back(ButtonRecord(i, u"B"));
+    records.push_back(MessageRecord(31, u"Tank empty"));
+    OpenPanel(records, 0, 30);
+    HWND list = PanelListView();
     wchar_t caption[128] = {};
     GetWindowTextW(Shell().mainWindow, caption, 128);
     EXPECT_EQ(std::wstring(panelName.begin(), panelName.end()), caption);
@@ -48,18 +49,10 @@ TEST_F(PanelTest, PanelArrivesAsRowsUnderTheDevicesNameAndFastKeysSelectThem) {
     const std::pair<WPARAM, int> keys[] = {
         {'3', 2}, {VK_NUMPAD5, 4}, {VK_MULTIPLY, 9}, {VK_F9, 11}};
     for (const auto& [key, row] : keys) {
-        PostKey(PanelListView(), key);
+        PostKey(list, key);
         Sync();
-        EXPECT_EQ(row, SelectedRow(PanelListView())) << key;
+        EXPECT_EQ(row, SelectedRow(list)) << key;
     }
-}
-
-TEST_F(PanelTest, UpdatesRefreshRowsHideShowAndBringThemIntoViewAndRaiseMessages) {
-    std::vector<Bytes> records = {NumberRecord(1, 5)};
-    for (std::uint32_t i = 2; i <= 30; ++i) records.push_back(ButtonRecord(i, u"B"));
-    records.push_back(MessageRecord(31, u"Tank empty"));
-    OpenPanel(records, 0, 30);
-    HWND list = PanelListView();
     EXPECT_EQ(L"#", ColumnTexts(list, 1)[11]);
     EXPECT_EQ(L"", ColumnTexts(list, 1)[12]);
     RECT inside;  // the desktop's scroll bar is wider than the handset's: no sideways bar
@@ -77,6 +70,21 @@ TEST_F(PanelTest, UpdatesRefreshRowsHideShowAndBringThemIntoViewAndRaiseMessages
     EXPECT_EQ(0u, boxes.Count());
     Send(LayoutFrame(31, 0));  // the Message stands at the row count: announced
     EXPECT_TRUE(boxes.WaitFor(u"Tank empty", std::chrono::seconds(5)));
+}
+
+TEST_F(PanelTest, ActivatingARadioBoxSendsItAndRedrawsItsGroup) {
+    const auto radio = [](std::uint32_t key, int value) {
+        return CommonPart('G', 0x4, key) + U32(1) + U8({value}) +
+               AttributeBlock({{'Z', Utf16(u"R")}, {'r', U32(7)}});
+    };
+    OpenPanel({radio(1, 255), radio(2, 0)});
+    SelectRow(1);
+    PostCommand(PanelScreen(), IDOK);
+    EXPECT_EQ(FrameHead(7, 2), ReadFromClient(20));
+    DrainPeer(device);
+    Sync();
+    EXPECT_EQ(6, RowImage(PanelListView(), 0));  // off
+    EXPECT_EQ(5, RowImage(PanelListView(), 1));  // on
 }
 
 TEST_F(PanelTest, EmptyPanelSaysSoAndKeepsTheScreen) {
