@@ -7,62 +7,39 @@
 
 namespace {
 
-struct ScaledCase {
-    std::int32_t value;
-    int style;
-    const char16_t* pattern;
-    int decimals;
-    int exponent;
-    bool minus;
-    const char16_t* expected;
-};
-
 std::string Show(const char16_t* text) { return plat::Utf16ToUtf8(text); }
 
-const ScaledCase kScaledCases[] = {
-    {1234, 2, u"%n V", 1, -2, false, u"12.3 V"},
-    {20, 1, u"T=%f", 0, 0, false, u"T=20"},
-    // Style 1 drops only zeros after the point, then the point.
-    {1500, 1, u"%%", 0, 0, false, u"1500"},
-    {0, 1, u"%%", 0, 0, false, u"0"},
-    {25, 1, u"%%", 0, -1, false, u"2.5"},
-    {-5, 1, u"%%", 0, -1, false, u"-0.5"},
-    {1, 1, u"%%", 0, -7, false, u"0"},  // prints as 0.000000
-    {7, 1, u"%%", 0, 2, false, u"700"},
-    {1, 1, u"%%", 0, -6, false, u"0.000001"},
-    // Exponent negative, zero and positive with kept decimals.
-    {1234, 2, u"%%", 3, -3, false, u"1.234"},
-    {1234, 2, u"%%", 2, 0, false, u"1234.00"},
-    {12, 2, u"%%", 0, 3, false, u"12000"},
-    {12345, 3, u"%%", 3, 0, false, u"1.234e+04"},
-    {-5, 3, u"%%", 2, -3, false, u"-5.00e-03"},
-    {0, 3, u"%%", 1, 0, false, u"0.0e+00"},
-    {1234567, 4, u"%%", 3, 0, false, u"1.23e+06"},
-    {5, 4, u"%%", 4, -1, false, u"0.5"},
-    {2, 2, u"%%", -1, 0, false, u"2.000000"},  // negative decimals: as if none given
-    {2, 7, u"%%", 3, 0, false, u"2"},          // unknown style: style 1
-    // Templates: prefix, the placeholder's second character whatever it is, suffix.
-    {12, 1, u"x=%v!", 0, 0, true, u"x=-12!"},
-    {12, 1, u"%%%", 0, 0, false, u"12%"},
-    {12, 1, u"Temp", 0, 0, false, u"Temp12"},  // no "%": nothing after the number
-    {12, 1, u"", 0, 0, false, u"12"},
-    {12, 1, u"V %", 0, 0, false, u"V 12"},  // a lone "%" at the end
-    {12, 1, u"a%1b%2c", 0, 0, false, u"a12b%2c"},
-};
-
 TEST(NumberText, ScaledValuesInEachStyle) {
-    for (const ScaledCase& c : kScaledCases) {
+    const struct {
+        std::int32_t value;
+        int style;
+        const char16_t* pattern;
+        int decimals, exponent;
+        bool minus;
+        const char16_t* expected;
+    } cases[] = {
+        {1234, 2, u"%n V", 1, -2, false, u"12.3 V"},
+        {1500, 1, u"%%", 0, 0, false, u"1500"},  // style 1 drops only zeros after the point
+        {-5, 1, u"%%", 0, -1, false, u"-0.5"},
+        {1, 1, u"%%", 0, -7, false, u"0"},       // prints as 0.000000
+        {12, 2, u"%%", 0, 3, false, u"12000"},
+        {-5, 3, u"%%", 2, -3, false, u"-5.00e-03"},
+        {1234567, 4, u"%%", 3, 0, false, u"1.23e+06"},
+        {2, 2, u"%%", -1, 0, false, u"2.000000"},  // negative decimals: as if none given
+        {2, 7, u"%%", 3, 0, false, u"2"},          // unknown style: style 1
+        // Templates: prefix, the placeholder's second character whatever it is, suffix.
+        {12, 1, u"x=%v!", 0, 0, true, u"x=-12!"},
+        {12, 1, u"Temp", 0, 0, false, u"Temp12"},  // no "%": nothing after the number
+        {12, 1, u"a%1b%2c", 0, 0, false, u"a12b%2c"},
+    };
+    for (const auto& c : cases) {
         char16_t out[64];
         FormatScaledNumber(out, 64, c.value, c.style, c.pattern, c.decimals, c.exponent,
                            c.minus);
-        EXPECT_EQ(Show(c.expected), Show(out)) << "case " << &c - kScaledCases;
+        EXPECT_EQ(Show(c.expected), Show(out)) << Show(c.pattern) << " " << c.value;
     }
-}
-
-TEST(NumberText, FloatingValuesGoStraightToThePicture) {
     char16_t out[64];
     EXPECT_EQ("0.25 s", Show(FormatNumberText(out, 64, 0.25, 1, u"%v s", 0, false)));
-    EXPECT_EQ("1e+300", Show(FormatNumberText(out, 64, 1e300, 4, u"%%", 0, false)));
 }
 
 TEST(NumberText, TheOutputStaysWithinTheRoomGiven) {
@@ -71,11 +48,7 @@ TEST(NumberText, TheOutputStaysWithinTheRoomGiven) {
     FormatScaledNumber(out, 5, 12345678, 1, u"%%", 0, 0, false);
     EXPECT_EQ("1234", Show(out));
     EXPECT_EQ(u'#', out[5]);
-    FormatScaledNumber(out, 0, 1, 1, u"%%", 0, 0, false);
-    EXPECT_EQ(u'1', out[0]) << "room 0 writes nothing";
-
-    // The largest value with many decimals still fits a row's buffer.
-    char16_t row[1024];
+    char16_t row[1024];  // the largest value with many decimals still fits a row
     FormatNumberText(row, 1024, 1e308, 2, u"%%", 127, false);
     EXPECT_EQ(309u + 1u + 127u, std::u16string(row).size());
 }

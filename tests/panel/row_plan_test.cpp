@@ -15,20 +15,6 @@ std::vector<std::pair<std::uint32_t, int>> Keys() {
 
 using RowPlan = PanelTest;
 
-TEST_F(RowPlan, HiddenAndMessageControlsGetNoRow) {
-    SetControls({Control(1, kTypeButton, u"A"), Control(2, kTypeButton, u"B", kFlagHidden),
-                 TextControl(3, u"M", u"hi", 0, kTypeMessage), Control(4, kTypeSection, u"C")});
-    std::vector<PlannedRow> rows = PlanControlRows();
-    ASSERT_EQ(2u, rows.size());
-    EXPECT_EQ(u" A", rows[0].text) << "no title length set: the title only as the value part";
-    EXPECT_EQ(4u, rows[1].controlId);
-    EXPECT_EQ(10, rows[1].image);
-
-    SetControls({Control(2, kTypeButton, u"B", kFlagHidden),
-                 TextControl(3, u"M", u"hi", 0, kTypeMessage)});
-    EXPECT_TRUE(PlanControlRows().empty());
-}
-
 TEST_F(RowPlan, KeysByPositionStopAfterTwelveRowsUntilACustomKeySwitchesEveryRowToItsOwn) {
     SetControls(Buttons(14));
     auto keys = Keys();
@@ -37,10 +23,11 @@ TEST_F(RowPlan, KeysByPositionStopAfterTwelveRowsUntilACustomKeySwitchesEveryRow
 
     std::vector<ControlRecord> records = Buttons(5);
     records[1].flags |= kFlagHidden;
+    records.push_back(TextControl(6, u"M", u"hi", 0, kTypeMessage));  // no row either
     SetControls(records);
     SetLayout(2, kSettingLayoutFastKey, 4);
     using Keyed = std::vector<std::pair<std::uint32_t, int>>;
-    EXPECT_EQ((Keyed{{1, 1}, {3, 2}, {4, 3}, {5, 4}}), Keys()) << "a hidden control's key";
+    EXPECT_EQ((Keyed{{1, 1}, {3, 2}, {4, 3}, {5, 4}}), Keys()) << "no row nor key when hidden";
 
     SetLayout(4, kSettingLayoutFastKey, 12);
     SetLayout(5, kSettingLayoutFastKey, 13);  // no such key
@@ -61,5 +48,4 @@ TEST_F(RowPlan, RecordingKeysLeavesUnassignedEntriesAsTheyWere) {
     EXPECT_EQ(3u, table.controlIds[8]);
     EXPECT_EQ(2, table.rows[8]);
 }
-
 }  // namespace

@@ -2,6 +2,7 @@
 
 #include "link/link_client.h"
 
+#include <algorithm>
 #include <thread>
 
 namespace testing_support {
@@ -37,11 +38,7 @@ std::vector<RecordedBox> MessageBoxRecorder::Boxes() const {
 }
 
 bool MessageBoxRecorder::Has(const std::u16string& text) const {
-    std::lock_guard<std::mutex> hold(mutex_);
-    for (const auto& box : boxes_) {
-        if (box.text == text) return true;
-    }
-    return false;
+    return WaitFor(text, std::chrono::milliseconds(0));
 }
 
 bool MessageBoxRecorder::HasFault(long line, const char* file, long value) const {
@@ -72,10 +69,8 @@ bool MessageBoxRecorder::WaitFor(const std::u16string& text,
                                  std::chrono::milliseconds timeout) const {
     std::unique_lock<std::mutex> hold(mutex_);
     return changed_.wait_for(hold, timeout, [&] {
-        for (const auto& box : boxes_) {
-            if (box.text == text) return true;
-        }
-        return false;
+        return std::any_of(boxes_.begin(), boxes_.end(),
+                           [&](const RecordedBox& box) { return box.text == text; });
     });
 }
 

@@ -13,19 +13,12 @@ namespace testing_support {
 
 namespace {
 
-void SetVariable(const char* name, const std::string& value) {
+// A null value unsets the variable.
+void SetVariable(const char* name, const std::string* value) {
 #ifdef _WIN32
-    _putenv_s(name, value.c_str());
+    _putenv_s(name, value ? value->c_str() : "");
 #else
-    setenv(name, value.c_str(), 1);
-#endif
-}
-
-void UnsetVariable(const char* name) {
-#ifdef _WIN32
-    _putenv_s(name, "");
-#else
-    unsetenv(name);
+    if (value) setenv(name, value->c_str(), 1); else unsetenv(name);
 #endif
 }
 
@@ -45,16 +38,17 @@ TempFolder::TempFolder() {
     fs::create_directories(path_);
     if (const char* v = std::getenv("XDG_CONFIG_HOME")) savedConfig_ = v, hadConfig_ = true;
     if (const char* v = std::getenv("XDG_DATA_HOME")) savedData_ = v, hadData_ = true;
-    SetVariable("XDG_CONFIG_HOME", path_ + "/config");
-    SetVariable("XDG_DATA_HOME", path_ + "/data");
+    const std::string config = path_ + "/config", data = path_ + "/data";
+    SetVariable("XDG_CONFIG_HOME", &config);
+    SetVariable("XDG_DATA_HOME", &data);
     fs::create_directories(path_ + "/received");
     plat::SetReceivedFilesFolder(plat::Utf8ToUtf16(path_ + "/received"));
 }
 
 TempFolder::~TempFolder() {
     plat::SetReceivedFilesFolder(u"");
-    if (hadConfig_) SetVariable("XDG_CONFIG_HOME", savedConfig_); else UnsetVariable("XDG_CONFIG_HOME");
-    if (hadData_) SetVariable("XDG_DATA_HOME", savedData_); else UnsetVariable("XDG_DATA_HOME");
+    SetVariable("XDG_CONFIG_HOME", hadConfig_ ? &savedConfig_ : nullptr);
+    SetVariable("XDG_DATA_HOME", hadData_ ? &savedData_ : nullptr);
     std::error_code ignored;
     std::filesystem::remove_all(path_, ignored);
 }

@@ -20,7 +20,6 @@ Bytes Ascii(const std::string& text);     // the bytes, no terminator
 
 // The 20 bytes that start every frame.
 Bytes FrameHead(std::uint16_t type, std::uint16_t flags);
-Bytes Marker();
 
 std::string Hex(const Bytes& bytes);
 

@@ -1,10 +1,9 @@
 // The editors and the value keys through the real program against a fake device.
+#include "app/app_state.h"
+#include "app/device_table.h"
 #include "model/control_store.h"
-#include "model/device_settings.h"
-#include "platform/settings_store.h"
 #include "shell/phone_shell.h"
 #include "shell/shell_state.h"
-#include "tests/support/temp_folder.h"
 #include "tests/win32/app_fixture.h"
 
 #include <commctrl.h>
@@ -13,8 +12,6 @@ namespace app_testing {
 namespace {
 
 using namespace testing_support;
-
-const Bytes kGoodbye = FrameHead(4, 2);
 
 // Records with UTF-16 texts (flag 0x4); 0x10000: the user may change them.
 Bytes NumberRecord(std::uint32_t key, std::int32_t value, std::int8_t exponent) {
@@ -28,9 +25,8 @@ Bytes ListRecord(std::uint32_t key, std::int32_t index) {
                            {'I', Utf16(std::u16string(u"Off\0Low\0High\0", 13))},
                            {'n', U32(3)}});
 }
-Bytes PasswordRecord(std::uint32_t key, std::uint8_t loggedIn, std::uint32_t flags = 0x10004) {
-    return CommonPart('P', flags, key) + U32(1) + U8({loggedIn}) +
-           AttributeBlock({{'Z', Utf16(u"PIN")}});
+Bytes PasswordRecord(std::uint32_t key, std::uint32_t flags) {
+    return CommonPart('P', flags, key) + U32(1) + U8({1}) + AttributeBlock({{'Z', Utf16(u"PIN")}});
 }
 // The value message for one control: frame head, count 1, key, size, bytes.
 Bytes ValueMessage(std::uint32_t key, const Bytes& value) {
@@ -40,20 +36,6 @@ Bytes ValueMessage(std::uint32_t key, const Bytes& value) {
 
 class EditorTest : public ProgramTest {
   protected:
-    void Open(const std::vector<Bytes>& records) {
-        StartWithFakeDevice();
-        ConnectFake();
-        std::string unique = UniqueName("Editors");
-        const std::u16string name(unique.begin(), unique.end());
-        plat::SettingsWrite(name, DeviceSettingName(0, kSettingPingSeconds), 3600);
-        SendIdentity(name);
-        Send(PanelFrame(records));
-        ASSERT_TRUE(WaitForPanelRows(static_cast<int>(records.size())));
-    }
-    void SelectRow(int row) {
-        ListView_SetItemState(PanelListView(), row, LVIS_SELECTED | LVIS_FOCUSED,
-                              LVIS_SELECTED | LVIS_FOCUSED);
-    }
     // Activates the row and waits for its editor.
     HWND OpenEditor(int row) {
         SelectRow(row);
@@ -68,25 +50,20 @@ class EditorTest : public ProgramTest {
     bool WaitClosed(HWND editor) {
         return WaitUntil([&] { return !IsWindow(editor) && !Shell().currentDialog; });
     }
-    static std::wstring Text(HWND editor, int id) {
-        wchar_t text[256] = {};
-        GetDlgItemTextW(editor, id, text, 256);
-        return text;
-    }
 };
 
 TEST_F(EditorTest, NumberEditorSendsTheTypedNumberFollowsTheDeviceAndBackspaces) {
-    Open({NumberRecord(1, 7, -1)});
+    OpenPanel({NumberRecord(1, 7, -1)});
     HWND editor = OpenEditor(0);
-    EXPECT_EQ(L"0.7", Text(editor, IDC_CONTROL_VALUE));
+    EXPECT_EQ(L"0.7", DialogText(editor, IDC_CONTROL_VALUE));
     // The device's update of the value replaces what is shown.
     Send(FrameHead(9, 0) + U32(1) + U32(1) + U32(4) + U32(42));
-    ASSERT_TRUE(WaitUntil([&] { return Text(editor, IDC_CONTROL_VALUE) == L"4.2"; }));
+    ASSERT_TRUE(WaitUntil([&] { return DialogText(editor, IDC_CONTROL_VALUE) == L"4.2"; }));
     // Back takes the character before the caret and leaves the editor open.
     SetDlgItemTextW(editor, IDC_CONTROL_VALUE, L"12*55");
     SendDlgItemMessageW(editor, IDC_CONTROL_VALUE, EM_SETSEL, 5, 5);
     PostCommand(editor, IDCANCEL);
-    ASSERT_TRUE(WaitUntil([&] { return Text(editor, IDC_CONTROL_VALUE) == L"12*5"; }));
+    ASSERT_TRUE(WaitUntil([&] { return DialogText(editor, IDC_CONTROL_VALUE) == L"12*5"; }));
     EXPECT_TRUE(ClientSentNothingMore());
     PostCommand(editor, IDC_DONE);
     EXPECT_EQ(ValueMessage(1, U32(125)), ReadFromClient(36));
@@ -95,24 +72,21 @@ TEST_F(EditorTest, NumberEditorSendsTheTypedNumberFollowsTheDeviceAndBackspaces)
 }
 
 TEST_F(EditorTest, ListSelectorBackSendsNothingDoneSendsTheRow) {
-    Open({ListRecord(1, 5)}); // outside the items: nothing selected
+    OpenPanel({ListRecord(1, 5)}); // outside the items: nothing selected
     HWND editor = OpenEditor(0);
     HWND list = GetDlgItem(editor, IDC_SELECTOR_LIST);
-    EXPECT_EQ(3, SendMessageW(list, LB_GETCOUNT, 0, 0));
     EXPECT_EQ(LB_ERR, SendMessageW(list, LB_GETCURSEL, 0, 0));
     SendMessageW(list, LB_SETCURSEL, 2, 0);
     PostCommand(editor, IDCANCEL);
     EXPECT_TRUE(WaitClosed(editor));
     EXPECT_TRUE(ClientSentNothingMore());
-
     editor = OpenEditor(0);
     PostCommand(editor, IDC_DONE); // still nothing selected: -1 goes out
     EXPECT_EQ(ValueMessage(1, U32(0xFFFFFFFF)), ReadFromClient(36));
-    EXPECT_TRUE(WaitClosed(editor));
 }
 
-TEST_F(EditorTest, PasswordChangeWithDifferentNewPasswordsStaysAndSendsNothing) {
-    Open({PasswordRecord(1, 1)});
+TEST_F(EditorTest, PasswordChangeNeedsMatchingNewPasswordsAndLogOutSendsEmptyOnes) {
+    OpenPanel({PasswordRecord(1, 0x10004), PasswordRecord(2, 0x4)});
     HWND editor = OpenEditor(0);
     EXPECT_EQ(L"Log Out", ShellSoftKeyLabel(editor, kLeftSoftKey));
     SetDlgItemTextW(editor, IDC_PASSWORD, L"old");
@@ -123,14 +97,18 @@ TEST_F(EditorTest, PasswordChangeWithDifferentNewPasswordsStaysAndSendsNothing) 
     Sync();
     EXPECT_TRUE(IsWindow(editor));
     EXPECT_TRUE(ClientSentNothingMore());
-    // Log Out sends the empty password in both fields.
     PostCommand(editor, IDC_LOG_OUT);
     EXPECT_EQ(ValueMessage(1, Bytes(68, 0)), ReadFromClient(32 + 68));
     EXPECT_TRUE(WaitClosed(editor));
+    // Logged in without the change flag: activating logs out at once, with no dialog.
+    SelectRow(1);
+    PostCommand(PanelScreen(), IDOK);
+    EXPECT_EQ(ValueMessage(2, Bytes(68, 0)), ReadFromClient(32 + 68));
+    EXPECT_EQ(nullptr, Shell().currentDialog);
 }
 
 TEST_F(EditorTest, ABurstOfStepsSendsOneMessageAndListsLoop) {
-    Open({NumberRecord(1, 5, 0), ListRecord(2, 2)});
+    OpenPanel({NumberRecord(1, 5, 0), ListRecord(2, 2)});
     SelectRow(0);
     {
         // Holding the store keeps the first step from ending, so the burst is queued whole.
@@ -145,15 +123,12 @@ TEST_F(EditorTest, ABurstOfStepsSendsOneMessageAndListsLoop) {
     EXPECT_EQ(L" Off", ColumnTexts(PanelListView(), 0)[1]);
 }
 
-TEST_F(EditorTest, DateTimeTextAndALoggedInPasswordSendTheirBytes) {
+TEST_F(EditorTest, DateTimeEditorSendsTheClampedFields) {
     const Bytes when = U8({0, 30, 7, 1, 2, 1}) + U16(2030);  // s m h day weekday month, year
-    Open({CommonPart('D', 0xED0004, 1) + U32(8) + when +
-              AttributeBlock({{'Z', Utf16(u"Alarm")}, {'f', Utf16(u"%HH%:%mm%")}}),
-          CommonPart('T', 0x10004, 2) + U32(8) + Utf16(u"ab") + U8({0, 0, 0, 0}) +
-              AttributeBlock({{'Z', Utf16(u"Name")}, {'m', U32(8)}}),
-          PasswordRecord(3, 1, 0x4)});
+    OpenPanel({CommonPart('D', 0xED0004, 1) + U32(8) + when +
+               AttributeBlock({{'Z', Utf16(u"Alarm")}, {'f', Utf16(u"%HH%:%mm%")}})});
     HWND editor = OpenEditor(0);
-    EXPECT_EQ(L"2030", Text(editor, IDC_YEAR)) << "no thousands separator";
+    EXPECT_EQ(L"2030", DialogText(editor, IDC_YEAR)) << "no thousands separator";
     SetDlgItemTextW(editor, IDC_HOUR, L"8");
     SetDlgItemTextW(editor, IDC_DAY, L"31");
     SetDlgItemTextW(editor, IDC_MONTH, L"2");
@@ -161,28 +136,33 @@ TEST_F(EditorTest, DateTimeTextAndALoggedInPasswordSendTheirBytes) {
     EXPECT_EQ(Hex(ValueMessage(1, U8({0, 30, 8, 28, 7, 2}) + U16(2030))), Hex(ReadFromClient(40)))
         << "day 31 of February 2030 is the 28th; with date fields and no weekday field, 7";
     EXPECT_TRUE(WaitClosed(editor));
-
-    editor = OpenEditor(1);
-    SetDlgItemTextW(editor, IDC_CONTROL_VALUE, L"xyz");
-    PostCommand(editor, IDC_DONE);
-    EXPECT_EQ(ValueMessage(2, Utf16(u"xyz") + U8({0, 0})), ReadFromClient(40));
-    EXPECT_TRUE(WaitClosed(editor));
-
-    // Logged in without the change flag: activating logs out at once, with no dialog.
-    SelectRow(2);
-    PostCommand(PanelScreen(), IDOK);
-    EXPECT_EQ(ValueMessage(3, Bytes(68, 0)), ReadFromClient(32 + 68));
-    EXPECT_EQ(nullptr, Shell().currentDialog);
 }
 
-TEST_F(EditorTest, TheLinkEndingClosesTheEditorWithoutSending) {
-    Open({NumberRecord(1, 7, 0)});
+TEST_F(EditorTest, SessionEndWithStayOpenKeepsTheEditorAndScreenAndClosesTheSocket) {
+    OpenPanel({NumberRecord(1, 7, 0)}, 0x10);
+    HWND editor = OpenEditor(0);
+    Send(FrameHead(1, 0));
+    EXPECT_EQ(kGoodbye, ReadFromClient(20));
+    ASSERT_TRUE(WaitUntil([] { return Devices().socket == plat::kInvalidSocket; }));
+    Sync();
+    EXPECT_TRUE(IsWindow(editor));
+    EXPECT_TRUE(PanelScreenOpen());
+    EXPECT_EQ(-1, App().currentDevice);
+    PostCommand(editor, IDC_DONE);  // nothing to send it on
+    EXPECT_TRUE(WaitClosed(editor));
+    PostCommand(PanelScreen(), IDC_DONE);  // the screen still leaves
+    ExpectClosed();
+}
+
+TEST_F(EditorTest, TheLinkEndingClosesTheEditorAndTheScreenWithoutSending) {
+    OpenPanel({NumberRecord(1, 7, 0)});
     HWND editor = OpenEditor(0);
     SetDlgItemTextW(editor, IDC_CONTROL_VALUE, L"99");
     Send(FrameHead(1, 0));
     EXPECT_EQ(kGoodbye, ReadFromClient(20));
     EXPECT_TRUE(WaitClosed(editor));
     EXPECT_TRUE(ClientSentNothingMore());
+    ExpectClosed();
 }
 
 } // namespace

@@ -4,7 +4,10 @@
 #include "app/device_table.h"
 #include "app/program.h"
 #include "link/link_client.h"
+#include "model/device_settings.h"
+#include "platform/settings_store.h"
 #include "panel/win32/panel_timers.h"
+#include "tests/support/temp_folder.h"
 
 #include <commctrl.h>
 
@@ -107,6 +110,25 @@ void ProgramTest::SendIdentity(const std::u16string& name, std::uint16_t extraFl
          U32(static_cast<std::uint32_t>(name.size() * 2)) + Utf16(name) + U32(0));
 }
 
+void ProgramTest::OpenPanel(const std::vector<Bytes>& records, std::uint16_t identityFlags,
+                            int rows) {
+    StartWithFakeDevice();
+    ConnectFake();
+    const std::string unique = UniqueName("Panel");
+    panelName.assign(unique.begin(), unique.end());
+    plat::SettingsWrite(panelName, DeviceSettingName(0, kSettingPingSeconds), 3600);
+    SendIdentity(panelName, identityFlags);
+    Send(PanelFrame(records));
+    ASSERT_TRUE(WaitForPanelRows(rows < 0 ? static_cast<int>(records.size()) : rows));
+}
+
+void ProgramTest::ExpectClosed() {
+    EXPECT_TRUE(WaitUntil([&] { return !IsWindow(PanelScreen()); }));
+    EXPECT_EQ(-1, App().currentDevice);
+    EXPECT_EQ(plat::kInvalidSocket, Devices().socket);
+    EXPECT_TRUE(IsWindowVisible(DeviceList()));
+}
+
 bool ProgramTest::WaitForPanelRows(int rows) {
     return WaitUntil([&] {
         return PanelScreenOpen() && ListView_GetItemCount(PanelListView()) == rows;
@@ -149,6 +171,20 @@ std::vector<std::wstring> ColumnTexts(HWND list, int column) {
 }
 
 int SelectedRow(HWND list) { return ListView_GetNextItem(list, -1, LVNI_SELECTED); }
+
+int RowImage(HWND list, int row) {
+    LVITEMW item{};
+    item.mask = LVIF_IMAGE;
+    item.iItem = row;
+    ListView_GetItem(list, &item);
+    return item.iImage;
+}
+
+std::wstring DialogText(HWND dialog, int id) {
+    wchar_t text[256] = {};
+    GetDlgItemTextW(dialog, id, text, 256);
+    return text;
+}
 
 Bytes SectionRecord(std::uint32_t key, std::uint8_t value, const std::u16string& label) {
     return CommonPart('S', 0x4, key) + U32(1) + U8({value}) + AttributeBlock({{'Z', Utf16(label)}});

@@ -10,6 +10,7 @@
 #include "tests/support/records.h"
 
 #include <windows.h>
+#include <commctrl.h>
 
 #include <gtest/gtest.h>
 
@@ -52,6 +53,13 @@ protected:
     void ConnectFake(int row = 0);
     // Plays the device's identity (header flags 0x1 set: the text is UTF-16).
     void SendIdentity(const std::u16string& name, std::uint16_t extraFlags = 0);
+    // Connects the fake device under a name of its own (so settings start empty, and pings
+    // wait an hour: timer 2 ticks only when a test posts it) and waits for the panel's rows
+    // (-1: one a record).
+    void OpenPanel(const std::vector<Bytes>& records, std::uint16_t identityFlags = 0,
+                   int rows = -1);
+    // The panel screen gone and the list back, without a device.
+    void ExpectClosed();
     void Send(const Bytes& bytes) { ASSERT_TRUE(testing_support::SendPeer(device, bytes)); }
     // The next frame head the client sends, and what follows it.
     Bytes ReadFromClient(std::size_t n) { return testing_support::ReadPeer(device, n); }
@@ -65,6 +73,10 @@ protected:
         return IsWindow(PanelScreen()) && IsWindowVisible(PanelScreen());
     }
     bool WaitForPanelRows(int rows);
+    void SelectRow(int row) const {
+        ListView_SetItemState(PanelListView(), row, LVIS_SELECTED | LVIS_FOCUSED,
+                              LVIS_SELECTED | LVIS_FOCUSED);
+    }
 
     // Lets the program's thread handle everything posted before this call.
     void Sync();
@@ -73,6 +85,7 @@ protected:
         PostMessageW(window, WM_COMMAND, MAKEWPARAM(command, 0), 0);
     }
 
+    std::u16string panelName;
     testing_support::MessageBoxRecorder boxes;
     plat::SocketHandle listener = plat::kInvalidSocket;
     plat::SocketHandle device = plat::kInvalidSocket;
@@ -88,6 +101,9 @@ private:
 // Rows of a list view, as text of one column.
 std::vector<std::wstring> ColumnTexts(HWND list, int column);
 int SelectedRow(HWND list);
+int RowImage(HWND list, int row);
+std::wstring DialogText(HWND dialog, int id);
+inline const Bytes kGoodbye = testing_support::FrameHead(4, 2);
 
 // Record bodies of a panel description, UTF-16 texts.
 Bytes SectionRecord(std::uint32_t key, std::uint8_t value, const std::u16string& label);

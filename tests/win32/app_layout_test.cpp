@@ -4,8 +4,6 @@
 #include "panel/fast_keys.h"
 #include "panel/row_image_index.h"
 #include "panel/win32/panel_timers.h"
-#include "platform/settings_store.h"
-#include "tests/support/temp_folder.h"
 #include "tests/win32/app_fixture.h"
 
 #include <commctrl.h>
@@ -27,22 +25,9 @@ LRESULT CALLBACK ProbePingTimer(int code, WPARAM w, LPARAM l) {
 
 class SettingsDialogTest : public ProgramTest {
 protected:
-    void Open(const std::vector<Bytes>& records) {
-        StartWithFakeDevice();
-        ConnectFake();
-        std::string unique = UniqueName("Layout");
-        name = std::u16string(unique.begin(), unique.end());
-        plat::SettingsWrite(name, DeviceSettingName(0, kSettingPingSeconds), 3600);
-        SendIdentity(name);
-        Send(PanelFrame(records));
-        ASSERT_TRUE(WaitForPanelRows(static_cast<int>(records.size())));
-    }
     // Runs a menu command for the row and waits for the dialog it opens.
     HWND OpenDialog(int command, int row = 0) {
-        LVITEMW item{};
-        item.stateMask = item.state = LVIS_SELECTED | LVIS_FOCUSED;
-        SendMessageW(PanelListView(), LVM_SETITEMSTATE, static_cast<WPARAM>(row),
-                     reinterpret_cast<LPARAM>(&item));
+        SelectRow(row);
         PostCommand(PanelScreen(), command);
         EXPECT_TRUE(WaitUntil([] { return IsWindowVisible(Shell().currentDialog) != FALSE; }));
         return Shell().currentDialog;
@@ -58,11 +43,6 @@ protected:
         GetGUIThreadInfo(GetWindowThreadProcessId(PanelScreen(), nullptr), &info);
         return info.hwndFocus;
     }
-    std::wstring Text(HWND dialog, int id) {
-        wchar_t text[64] = {};
-        GetDlgItemTextW(dialog, id, text, 64);
-        return text;
-    }
     // Whether timer 2 runs, asked on the screen's own thread (the probe stops it).
     bool PingTimerRuns() {
         DWORD thread = GetWindowThreadProcessId(PanelScreen(), nullptr);
@@ -72,14 +52,6 @@ protected:
         UnhookWindowsHookEx(hook);
         return g_timerProbe == 1;
     }
-    int RowImageOf(int row) {
-        LVITEMW item{};
-        item.mask = LVIF_IMAGE;
-        item.iItem = row;
-        SendMessageW(PanelListView(), LVM_GETITEMW, 0, reinterpret_cast<LPARAM>(&item));
-        return item.iImage;
-    }
-    std::u16string name;
 };
 
 const std::vector<Bytes> kRecords = {
@@ -87,14 +59,10 @@ const std::vector<Bytes> kRecords = {
     ButtonRecord(2, u"Go")};
 
 TEST_F(SettingsDialogTest, LayoutChosenOnDoneChangesTheRowsAndOutlivesTheConnection) {
-    Open(kRecords);
-    const std::vector<std::wstring> before = ColumnTexts(PanelListView(), 0);
+    OpenPanel(kRecords);
     for (int row : {0, 1}) {
         HWND dialog = OpenDialog(IDC_CONTROL_LAYOUT, row);
         ASSERT_TRUE(dialog);
-        wchar_t caption[64] = {};
-        GetWindowTextW(dialog, caption, 64);
-        EXPECT_EQ(std::wstring(name.begin(), name.end()), caption);
         EXPECT_TRUE(WaitUntil([&] { return Focus() == GetDlgItem(dialog, IDC_LAYOUT_FAST_KEY); }));
         EXPECT_EQ(row == 0 ? 2 : 1, SendDlgItemMessageW(dialog, IDC_LAYOUT_STYLE, LB_GETCOUNT, 0, 0));
         SendDlgItemMessageW(dialog, IDC_LAYOUT_STYLE, LB_SETCURSEL, row == 0 ? 1 : 0, 0);
@@ -103,27 +71,26 @@ TEST_F(SettingsDialogTest, LayoutChosenOnDoneChangesTheRowsAndOutlivesTheConnect
         SetDlgItemTextW(dialog, IDC_LAYOUT_TITLE_LENGTH, L"3");
         Close(dialog, IDC_DONE);
     }
-    const std::vector<std::wstring> after = {L" Spe: 7", L" Go: Go"};
     auto expectChosenLayout = [&] {
-        EXPECT_EQ(after, ColumnTexts(PanelListView(), 0));
-        EXPECT_EQ(kImageNumberNoSpin, RowImageOf(0));
+        EXPECT_EQ((std::vector<std::wstring>{L" Spe: 7", L" Go: Go"}),
+                  ColumnTexts(PanelListView(), 0));
+        EXPECT_EQ(kImageNumberNoSpin, RowImage(PanelListView(), 0));
         EXPECT_EQ(1, FastKeys().rows[4]);  // the later row has the key
     };
     expectChosenLayout();
-    EXPECT_NE(before, after);
 
     PostCommand(PanelScreen(), IDC_DONE);
     ASSERT_TRUE(WaitUntil([&] { return !IsWindow(PanelScreen()); }));
     plat::SocketClose(device);
     ConnectFake();
-    SendIdentity(name);
+    SendIdentity(panelName);
     Send(PanelFrame(kRecords));
     ASSERT_TRUE(WaitForPanelRows(2));
     expectChosenLayout();
 }
 
 TEST_F(SettingsDialogTest, BackLeavesTheLayoutAloneExceptInTheTitleLengthWhereItDeletes) {
-    Open(kRecords);
+    OpenPanel(kRecords);
     HWND dialog = OpenDialog(IDC_CONTROL_LAYOUT);
     ASSERT_TRUE(WaitUntil([&] { return Focus() == GetDlgItem(dialog, IDC_LAYOUT_FAST_KEY); }));
     SendDlgItemMessageW(dialog, IDC_LAYOUT_FAST_KEY, LB_SETCURSEL, 3, 0);
@@ -138,14 +105,14 @@ TEST_F(SettingsDialogTest, BackLeavesTheLayoutAloneExceptInTheTitleLengthWhereIt
     PostCommand(dialog, IDCANCEL);  // the focused field's text was selected: all of it goes
     Sync();
     EXPECT_TRUE(IsWindow(dialog));
-    EXPECT_EQ(L"", Text(dialog, IDC_LAYOUT_TITLE_LENGTH));
+    EXPECT_EQ(L"", DialogText(dialog, IDC_LAYOUT_TITLE_LENGTH));
     Close(dialog, IDC_DONE);
     EXPECT_EQ(1, HasDeviceSetting(1, kSettingLayoutTitleLength));
     EXPECT_EQ(0, ReadDeviceSetting(1, kSettingLayoutTitleLength, -1));
 }
 
-TEST_F(SettingsDialogTest, PingsOffOrWithoutSecondsStopTheTimerAndLockedCommandsDoNothing) {
-    Open(kRecords);
+TEST_F(SettingsDialogTest, PingsOffStopsTheTimerAndLockedCommandsDoNothing) {
+    OpenPanel(kRecords);
     ASSERT_TRUE(WaitUntil([] { return PanelMarks().pingTimerRunning; }));
     for (std::uint32_t lock : {kSettingPingsLocked, kSettingLayoutLocked}) {
         WriteDeviceSetting(0, lock, 1);
@@ -157,21 +124,13 @@ TEST_F(SettingsDialogTest, PingsOffOrWithoutSecondsStopTheTimerAndLockedCommands
 
     HWND dialog = OpenDialog(IDC_PINGS);
     EXPECT_EQ(BST_CHECKED, IsDlgButtonChecked(dialog, IDC_PINGS_ENABLE));
-    EXPECT_EQ(L"3600", Text(dialog, IDC_PINGS_SECONDS));
+    EXPECT_EQ(L"3600", DialogText(dialog, IDC_PINGS_SECONDS));
     CheckDlgButton(dialog, IDC_PINGS_ENABLE, BST_UNCHECKED);
     Close(dialog, IDC_DONE);
     EXPECT_EQ(0, ReadDeviceSetting(0, kSettingPingSeconds, -1));
     EXPECT_FALSE(PingTimerRuns());
     EXPECT_TRUE(ClientSentNothingMore());
 
-    // Off shows the box cleared and 3; checked without seconds is off as well.
-    dialog = OpenDialog(IDC_PINGS);
-    EXPECT_EQ(BST_UNCHECKED, IsDlgButtonChecked(dialog, IDC_PINGS_ENABLE));
-    EXPECT_EQ(L"3", Text(dialog, IDC_PINGS_SECONDS));
-    CheckDlgButton(dialog, IDC_PINGS_ENABLE, BST_CHECKED);
-    SetDlgItemTextW(dialog, IDC_PINGS_SECONDS, L"");
-    Close(dialog, IDC_DONE);
-    EXPECT_EQ(0, ReadDeviceSetting(0, kSettingPingSeconds, -1));
 
     dialog = OpenDialog(IDC_PINGS);
     CheckDlgButton(dialog, IDC_PINGS_ENABLE, BST_CHECKED);
