@@ -40,6 +40,7 @@ int RunProgram(HINSTANCE instance, int showCommand) {
         return 0;
     }
     Shell().mainWindow = window;
+    plat::SetBoxAnchor(window);
     ShowWindow(window, showCommand);
     UpdateWindow(window);
 
@@ -61,5 +62,6 @@ int RunProgram(HINSTANCE instance, int showCommand) {
     // The class goes with the window, so that the program can run again in one process.
     UnregisterClassW(kAppName, instance);
     Shell().mainWindow = nullptr;
+    plat::SetBoxAnchor(nullptr);
     return static_cast<int>(message.wParam);
 }

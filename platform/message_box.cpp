@@ -9,7 +9,12 @@ namespace plat {
 
 namespace {
 std::atomic<MessageBoxHook> g_hook{nullptr};
-}
+std::atomic<WindowRef> g_anchor{nullptr};
+}  // namespace
+
+void SetBoxAnchor(WindowRef anchor) { g_anchor = anchor; }
+
+WindowRef BoxAnchor() { return g_anchor.load(); }
 
 MessageBoxHook SetMessageBoxHook(MessageBoxHook hook) { return g_hook.exchange(hook); }
 

@@ -39,6 +39,11 @@ void ShowFaultBox(fault::Site site, long value);
 // What ShowFaultBox shows, for tests that look for a particular fault.
 std::u16string FaultBoxText(long line, const char* file, long value);
 
+// The window over which boxes without an owner are centred (the program's main window), or
+// nullptr for the middle of the screen.
+void SetBoxAnchor(WindowRef anchor);
+WindowRef BoxAnchor();
+
 // The system's own box, behind the hook.
 int NativeMessageBox(WindowRef owner, const std::u16string& text, const std::u16string& caption,
                      unsigned flags);

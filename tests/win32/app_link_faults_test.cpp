@@ -96,6 +96,11 @@ TEST_F(LinkFaultsTest, BoxesFromTheReceiveSideComeToTheFrontAndTakeEnter) {
     for (const wchar_t* text : {L"Message = 7", L"At 547 file tmqbthppcvcomclt, val=-1"}) {
         ASSERT_TRUE(WaitUntil([&] { return (box = FindBox(text)) != nullptr; })) << text;
         EXPECT_TRUE(WaitUntil([&] { return GetForegroundWindow() == box; })) << text;
+        RECT boxRect, mainRect;
+        GetWindowRect(box, &boxRect);
+        GetWindowRect(Shell().mainWindow, &mainRect);
+        const POINT middle{(boxRect.left + boxRect.right) / 2, (boxRect.top + boxRect.bottom) / 2};
+        EXPECT_TRUE(PtInRect(&mainRect, middle)) << "over the program's window";
         PressEnter();
         EXPECT_TRUE(WaitUntil([&] { return !IsWindow(box); })) << text;
     }
