@@ -1,7 +1,69 @@
 #include "editors/win32/editor_window.h"
 
+#include "link/link_client.h"
+#include "panel/win32/edit_backspace.h"
 #include "res/resource.h"
+#include "shell/full_screen_dialog.h"
 #include "shell/shell_state.h"
+#include "shell/view_messages.h"
+
+namespace {
+
+BOOL OnValueBoxInit(HWND dialog, LPARAM state) {
+    KeepDialogState(dialog, state);
+    auto& editor = *reinterpret_cast<ValueBoxEditor*>(state);
+    SetEditorTitles(dialog, Shell().mainWindow, LinkPanelId());
+    SetControlText(dialog, IDC_CONTROL_TITLE, editor.record->label);
+    editor.show(dialog, editor);
+    if (!ShellStartDialog(dialog, {IDM_DONE, DialogRole::kView})) return TRUE;
+    LayOutTitleAndValue(dialog, editor.editable);
+    return TRUE;
+}
+
+BOOL OnValueBoxCommand(HWND dialog, int command) {
+    const ValueBoxEditor& editor = *DialogStateOf<ValueBoxEditor>(dialog);
+    switch (command) {
+    case IDCANCEL:
+        if (!editor.editable) break;
+        BackspaceEdit(GetDlgItem(dialog, IDC_CONTROL_VALUE));
+        return TRUE;
+    case IDOK:
+    case IDC_DONE:
+        if (editor.editable) editor.accept(dialog, editor);
+        break;
+    default:
+        return FALSE;
+    }
+    ShellEndDialog(dialog, 0);
+    return TRUE;
+}
+
+INT_PTR CALLBACK ValueBoxProc(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam) {
+    switch (message) {
+    case WM_INITDIALOG:
+        return OnValueBoxInit(dialog, lParam);
+    case WM_COMMAND:
+        return OnValueBoxCommand(dialog, LOWORD(wParam));
+    case WM_TIMER:
+        return ShellTakeFocus(dialog, wParam, GetDlgItem(dialog, IDC_CONTROL_VALUE));
+    case kValueChangedMessage: {
+        const ValueBoxEditor& editor = *DialogStateOf<ValueBoxEditor>(dialog);
+        if (static_cast<std::uint32_t>(wParam) == editor.id) editor.show(dialog, editor);
+        return TRUE;
+    }
+    case kCloseViewsMessage:
+        ShellEndDialog(dialog, 0);
+        return TRUE;
+    default:
+        return FALSE;
+    }
+}
+
+}  // namespace
+
+void RunValueBoxEditor(int dialogId, ValueBoxEditor& editor) {
+    ShellRunDialog(dialogId, ValueBoxProc, &editor);
+}
 
 std::u16string ControlText(HWND dialog, int id) {
     HWND control = GetDlgItem(dialog, id);

@@ -1,8 +1,11 @@
 // What the editors' dialogs share: titles, the title-and-value layout, texts of controls.
 #pragma once
 
+#include "model/control_record.h"
+
 #include <windows.h>
 
+#include <cstdint>
 #include <string>
 
 inline LPCWSTR WideText(const std::u16string& text) {
@@ -22,3 +25,18 @@ void LayOutTitleAndValue(HWND dialog, bool editable);
 
 // Selects the whole text of an edit.
 void SelectAllText(HWND dialog, int id);
+
+// An editor of one value in one box (the number and text editors): the title over the value,
+// Back as backspace in an editable box, Done storing through `accept`, and the device's
+// updates of its own control shown again through `show`.
+struct ValueBoxEditor {
+    std::uint32_t id = 0;
+    const ControlRecord* record = nullptr;
+    bool editable = false;
+    std::size_t capacity = 0;  // the text editor's room in characters, terminator included
+    void (*show)(HWND dialog, const ValueBoxEditor& editor) = nullptr;
+    void (*accept)(HWND dialog, const ValueBoxEditor& editor) = nullptr;
+};
+
+// Runs the editor modally in the dialog `dialogId` (109, 110 or 111).
+void RunValueBoxEditor(int dialogId, ValueBoxEditor& editor);
