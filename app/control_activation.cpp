@@ -26,14 +26,6 @@ HWND ListOf(HWND dialog) {
     return GetDlgItem(dialog, IDC_PANEL_LIST);
 }
 
-std::uint32_t RowControlId(HWND list, int row) {
-    LVITEMW item{};
-    item.mask = LVIF_PARAM;
-    item.iItem = row;
-    SendMessageW(list, LVM_GETITEMW, 0, reinterpret_cast<LPARAM>(&item));
-    return static_cast<std::uint32_t>(item.lParam);
-}
-
 struct SelectedRow {
     int row = -1;
     std::uint32_t id = 0;

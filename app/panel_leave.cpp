@@ -27,11 +27,7 @@ HeldSection FindHeldSection(HWND list) {
     ControlsHold hold;
     plat::LockLeave(plat::ProgramLock());
     for (int row = ListView_GetItemCount(list) - 1; row >= 0; --row) {
-        LVITEMW item{};
-        item.mask = LVIF_PARAM;
-        item.iItem = row;
-        if (!ListView_GetItem(list, &item)) continue;
-        auto id = static_cast<std::uint32_t>(item.lParam);
+        const std::uint32_t id = RowControlId(list, row);
         if (GetControlType(id) != kTypeSection) continue;
         std::uint8_t value = 0;
         std::size_t size = 1;

@@ -163,11 +163,7 @@ void EditLayoutOfSelectedRow(HWND dialog) {
         ControlsHold hold;
         int row = ListView_GetNextItem(list, -1, LVNI_SELECTED);
         if (row >= 0) {
-            LVITEMW item{};
-            item.mask = LVIF_PARAM;
-            item.iItem = row;
-            ListView_GetItem(list, &item);
-            id = static_cast<std::uint32_t>(item.lParam);
+            id = RowControlId(list, row);
             found = CopyControl(id, &record);
         }
     }

@@ -112,9 +112,9 @@ void SetUpFields(HWND dialog, std::uint32_t flags) {
 
 void Accept(HWND dialog, const DateTimeEditor& editor) {
     if (!LinkIsOpen()) return;
-    DateTimeFieldTexts texts{ControlText(dialog, IDC_SECOND), ControlText(dialog, IDC_MINUTE),
-                             ControlText(dialog, IDC_HOUR),   ControlText(dialog, IDC_DAY),
-                             ControlText(dialog, IDC_MONTH),  ControlText(dialog, IDC_YEAR)};
+    DateTimeFieldTexts texts{DialogItemText(dialog, IDC_SECOND), DialogItemText(dialog, IDC_MINUTE),
+                             DialogItemText(dialog, IDC_HOUR),   DialogItemText(dialog, IDC_DAY),
+                             DialogItemText(dialog, IDC_MONTH),  DialogItemText(dialog, IDC_YEAR)};
     const int weekday =
         static_cast<int>(SendDlgItemMessageW(dialog, IDC_WEEKDAY, LB_GETCURSEL, 0, 0));
     const DateTimeValue v =

@@ -65,15 +65,6 @@ void RunValueBoxEditor(int dialogId, ValueBoxEditor& editor) {
     ShellRunDialog(dialogId, ValueBoxProc, &editor);
 }
 
-std::u16string ControlText(HWND dialog, int id) {
-    HWND control = GetDlgItem(dialog, id);
-    const int length = GetWindowTextLengthW(control);
-    std::u16string text(static_cast<std::size_t>(length) + 1, u'\0');
-    const int got = GetWindowTextW(control, reinterpret_cast<LPWSTR>(text.data()), length + 1);
-    text.resize(static_cast<std::size_t>(got > 0 ? got : 0));
-    return text;
-}
-
 void SetControlText(HWND dialog, int id, const std::u16string& text) {
     SetDlgItemTextW(dialog, id, WideText(text));
 }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "model/control_record.h"
+#include "shell/window_text.h"
 
 #include <windows.h>
 
@@ -12,8 +13,6 @@ inline LPCWSTR WideText(const std::u16string& text) {
     return reinterpret_cast<LPCWSTR>(text.c_str());
 }
 
-// The whole text of a dialog's control.
-std::u16string ControlText(HWND dialog, int id);
 void SetControlText(HWND dialog, int id, const std::u16string& text);
 
 // The dialog's caption and the other window's (the screen's or the device list's) title.

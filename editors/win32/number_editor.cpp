@@ -27,7 +27,7 @@ void ShowValue(HWND dialog, const ValueBoxEditor& editor) {
 // Stores what was typed, when it is a number and the link is still there to send it.
 void Accept(HWND dialog, const ValueBoxEditor& editor) {
     const ControlRecord& r = *editor.record;
-    const NumberEntry entry = ConvertNumberEntry(ControlText(dialog, IDC_CONTROL_VALUE), r.exponent,
+    const NumberEntry entry = ConvertNumberEntry(DialogItemText(dialog, IDC_CONTROL_VALUE), r.exponent,
                                                  {r.flags, r.minimum, r.maximum});
     if (entry.store && LinkIsOpen()) {
         SetControlValue(editor.id, &entry.value, sizeof entry.value);

@@ -32,7 +32,7 @@ void Wipe(std::u16string& text) {
 }
 
 std::u16string ReadPassword(HWND dialog, int id, std::uint32_t flags) {
-    std::u16string typed = ControlText(dialog, id);
+    std::u16string typed = DialogItemText(dialog, id);
     std::u16string cut = CutPassword(typed, flags);
     Wipe(typed);
     return cut;

@@ -34,7 +34,7 @@ void ShowValue(HWND dialog, const ValueBoxEditor& editor) {
 void Accept(HWND dialog, const ValueBoxEditor& editor) {
     if (!LinkIsOpen()) return;
     const std::vector<char16_t> units =
-        TextUnitsToStore(ControlText(dialog, IDC_CONTROL_VALUE), editor.capacity);
+        TextUnitsToStore(DialogItemText(dialog, IDC_CONTROL_VALUE), editor.capacity);
     SetControlValue(editor.id, units.data(), units.size() * 2);
     LinkSendPendingValues();
 }

@@ -32,14 +32,6 @@ HWND ListOf(HWND dialog) { return GetDlgItem(dialog, IDC_PANEL_LIST); }
 
 int RowCount(HWND list) { return static_cast<int>(SendMessageW(list, LVM_GETITEMCOUNT, 0, 0)); }
 
-std::uint32_t RowControlId(HWND list, int row) {
-    LVITEMW item{};
-    item.mask = LVIF_PARAM;
-    item.iItem = row;
-    SendMessageW(list, LVM_GETITEMW, 0, reinterpret_cast<LPARAM>(&item));
-    return static_cast<std::uint32_t>(item.lParam);
-}
-
 std::vector<std::uint32_t> RowControlIds(HWND list) {
     std::vector<std::uint32_t> ids;
     for (int row = 0, count = RowCount(list); row < count; ++row) {
@@ -128,6 +120,14 @@ void FitFirstColumn(HWND list) {
 }
 
 }  // namespace
+
+std::uint32_t RowControlId(HWND list, int row) {
+    LVITEMW item{};
+    item.mask = LVIF_PARAM;
+    item.iItem = row;
+    SendMessageW(list, LVM_GETITEMW, 0, reinterpret_cast<LPARAM>(&item));
+    return static_cast<std::uint32_t>(item.lParam);
+}
 
 void FillControlRows(HWND dialog) {
     HWND list = ListOf(dialog);

@@ -6,6 +6,9 @@
 
 #include <cstdint>
 
+// The control id a row of the list carries (0 for a row that is not there).
+std::uint32_t RowControlId(HWND list, int row);
+
 void FillControlRows(HWND dialog);
 void RefreshChangedRows(HWND dialog);
 void RefreshLayoutChanges(HWND dialog);

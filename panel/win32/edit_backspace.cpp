@@ -1,15 +1,12 @@
 #include "panel/win32/edit_backspace.h"
 
 #include "panel/backspace.h"
+#include "shell/window_text.h"
 
 #include <string>
 
 void BackspaceEdit(HWND edit) {
-    // The whole text, however long: what the user typed is never cut here.
-    const int length = GetWindowTextLengthW(edit);
-    std::u16string text(static_cast<std::size_t>(length) + 1, u'\0');
-    GetWindowTextW(edit, reinterpret_cast<LPWSTR>(text.data()), length + 1);
-    text.resize(static_cast<std::size_t>(length));
+    const std::u16string text = WindowText(edit);
     DWORD start = 0, end = 0;
     SendMessageW(edit, EM_GETSEL, reinterpret_cast<WPARAM>(&start), reinterpret_cast<LPARAM>(&end));
     const BackspaceResult result = Backspace(text, start, end);

@@ -60,7 +60,7 @@ BOOL OnInitDialog(HWND dialog, LayoutDialogState* state) {
 
 void OnDone(HWND dialog, const LayoutDialogState& state) {
     LayoutChoice choice;
-    choice.titleLength = ParseNumberField(FieldText(dialog, IDC_LAYOUT_TITLE_LENGTH));
+    choice.titleLength = ParseNumberField(DialogItemText(dialog, IDC_LAYOUT_TITLE_LENGTH));
     choice.style = ChosenIndex(Selection(dialog, IDC_LAYOUT_STYLE));
     choice.fastKey = ChosenIndex(Selection(dialog, IDC_LAYOUT_FAST_KEY));
     choice.valueShow = ChosenIndex(Selection(dialog, IDC_LAYOUT_VALUE_SHOW));

@@ -22,7 +22,7 @@ BOOL OnInitDialog(HWND dialog) {
 
 void OnDone(HWND dialog) {
     const bool enabled = IsDlgButtonChecked(dialog, IDC_PINGS_ENABLE) == BST_CHECKED;
-    const std::int32_t seconds = PingSecondsFrom(enabled, FieldText(dialog, IDC_PINGS_SECONDS));
+    const std::int32_t seconds = PingSecondsFrom(enabled, DialogItemText(dialog, IDC_PINGS_SECONDS));
     WriteDeviceSetting(0, kSettingPingSeconds, static_cast<std::uint32_t>(seconds));
     ShellEndDialog(dialog, IDOK);
 }

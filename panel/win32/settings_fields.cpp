@@ -18,12 +18,3 @@ void SetNumberField(HWND dialog, int id, const std::u16string& text) {
     SendDlgItemMessageW(dialog, id, EM_LIMITTEXT, kNumberFieldLimit, 0);
     SendDlgItemMessageW(dialog, id, EM_SETSEL, 0, -1);
 }
-
-std::u16string FieldText(HWND dialog, int id) {
-    HWND field = GetDlgItem(dialog, id);
-    const int length = GetWindowTextLengthW(field);
-    std::u16string text(static_cast<std::size_t>(length) + 1, u'\0');
-    GetWindowTextW(field, reinterpret_cast<LPWSTR>(text.data()), length + 1);
-    text.resize(static_cast<std::size_t>(length));
-    return text;
-}

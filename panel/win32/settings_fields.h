@@ -1,6 +1,8 @@
 // Field helpers the two settings dialogs share.
 #pragma once
 
+#include "shell/window_text.h"
+
 #include <windows.h>
 
 #include <cstdint>
@@ -11,4 +13,3 @@ void ShowPanelNameAsTitle(HWND dialog);
 
 // A digits-only number box: limited to 6 characters, showing the text selected.
 void SetNumberField(HWND dialog, int id, const std::u16string& text);
-std::u16string FieldText(HWND dialog, int id);
