@@ -140,10 +140,10 @@ void Series(Canvas& canvas, const Rect& p, const MatrixView& view, const Positio
             const double u = AxisFraction(at.values, view.DataValue(r, s));
             const double v = RowPosition(view, at, r);
             const Point point{Pixel(p.left + u * Width(p)), Pixel(p.top + v * Height(p))};
-            if (style == kStylePoints) {
+            if (style == kStyleChartPoints) {
                 canvas.Ellipse({point.x - 3, point.y - 3, point.x + 4, point.y + 4},
                                {1, colour, false}, {colour});
-            } else if (style == kStyleColumns) {
+            } else if (style == kStyleChartColumns) {
                 const int top = point.y - band / 2 + 1;
                 const int si = static_cast<int>(s);
                 canvas.Rectangle({p.left, top + (si * band) / series, point.x,

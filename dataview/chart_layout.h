@@ -7,6 +7,7 @@
 #include "dataview/axes.h"
 #include "dataview/chart_canvas.h"
 #include "dataview/matrix_view.h"
+#include "panel/control_styles.h"
 
 #include <cstdint>
 
@@ -17,12 +18,8 @@ inline constexpr Colour kSeriesColours[6] = {0x000080, 0x008000, 0x800000,
                                              0x800080, 0x008080, 0x808000};
 inline Colour SeriesColour(std::uint32_t s) { return kSeriesColours[s % 6]; }
 
-// LayoutStyle of a chart control: 0 lines (and any unknown value), 1 columns, 2 points,
-// 3 the data table instead of a chart.
-inline constexpr std::int32_t kStyleColumns = 1;
-inline constexpr std::int32_t kStylePoints = 2;
-inline constexpr std::int32_t kStyleDataTable = 3;
-
+// LayoutStyle (kStyleChart* and kStyleDataTable of the style table; any unknown value draws
+// lines) and the axis overrides of a chart control.
 struct ChartSettings {
     std::int32_t style = 0;
     AxisOverrides overrides;

@@ -59,8 +59,8 @@ void ChartPaints() {
     const RECT client{0, 0, 240, 290};
     const struct { std::int32_t style; const char* name; } styles[] = {
         {0, "chart paint, lines, 10,000 x 6"},
-        {dataview::kStyleColumns, "chart paint, columns, 10,000 x 6"},
-        {dataview::kStylePoints, "chart paint, points, 10,000 x 6"}};
+        {kStyleChartColumns, "chart paint, columns, 10,000 x 6"},
+        {kStyleChartPoints, "chart paint, points, 10,000 x 6"}};
     for (const auto& s : styles) {
         WriteDeviceSetting(kId, kSettingLayoutStyle, static_cast<std::uint32_t>(s.style));
         Report(s.name, MedianMs([&] { PaintControlChart(dc, client, kId); }), "< 50 ms");
@@ -98,7 +98,7 @@ void CALLBACK MeasureTable(HWND, UINT, UINT_PTR timer, DWORD) {
 }
 
 void TableRefills() {
-    WriteDeviceSetting(kId, kSettingLayoutStyle, static_cast<std::uint32_t>(dataview::kStyleDataTable));
+    WriteDeviceSetting(kId, kSettingLayoutStyle, static_cast<std::uint32_t>(kStyleDataTable));
     Shell().mainWindow = CreateWindowExW(0, L"STATIC", L"", WS_OVERLAPPEDWINDOW, 0, 0, 240, 320,
                                          nullptr, nullptr, nullptr, nullptr);
     ControlRecord record;

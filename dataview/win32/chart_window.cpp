@@ -22,7 +22,7 @@ void OnPaint(HWND dialog) {
     HDC dc = BeginPaint(dialog, &paint);
     RECT client;
     GetClientRect(dialog, &client);
-    PaintControlChart(dc, client, CurrentDataView().controlId);
+    PaintControlChart(dc, client, CurrentDataView().controlId, CurrentDataView().settings);
     EndPaint(dialog, &paint);
 }
 
@@ -77,16 +77,20 @@ INT_PTR CALLBACK ChartProc(HWND dialog, UINT message, WPARAM wParam, LPARAM) {
 
 }  // namespace
 
-void PaintControlChart(HDC dc, const RECT& client, std::uint32_t controlId) {
+void PaintControlChart(HDC dc, const RECT& client, std::uint32_t controlId,
+                       const dataview::ChartSettings& settings) {
     // The arrays are read from a copy taken under the lock: the receive side may write the
     // store's record meanwhile.
     ControlRecord copy;
     if (!CopyControl(controlId, &copy)) return;
     dataview::MatrixView view(copy);
-    dataview::ChartSettings settings = dataview::ReadChartSettings(controlId);
     GdiCanvas canvas(dc);
     dataview::PaintChart(canvas, {client.left, client.top, client.right, client.bottom}, view,
                          settings);
+}
+
+void PaintControlChart(HDC dc, const RECT& client, std::uint32_t controlId) {
+    PaintControlChart(dc, client, controlId, dataview::ReadChartSettings(controlId));
 }
 
 void RunChartDialog() { ShellRunDialog(IDD_CHART, ChartProc); }

@@ -81,9 +81,8 @@ BOOL OnInitDialog(HWND dialog, TableState* state) {
     MoveWindow(list, 0, 0, client.right, client.bottom, FALSE);
     ListView_SetBkColor(list, CLR_NONE);
     ListView_SetExtendedListViewStyle(list, LVS_EX_FULLROWSELECT);
-    TakeSnapshot(*state);
+    Refill(dialog, *state);  // takes the copy the columns are made from
     InsertColumns(dialog, *state);
-    Refill(dialog, *state);
     SendMessageW(list, WM_SETREDRAW, TRUE, 0);
     return TRUE;
 }

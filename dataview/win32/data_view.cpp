@@ -2,7 +2,6 @@
 
 #include "dataview/chart_layout.h"
 #include "dataview/win32/data_views.h"
-#include "model/device_settings.h"
 #include "shell/shell_state.h"
 
 DataViewState& CurrentDataView() {
@@ -11,8 +10,8 @@ DataViewState& CurrentDataView() {
 }
 
 void OpenDataView(std::uint32_t controlId, const ControlRecord& record) {
-    CurrentDataView() = {controlId, record};
-    if (ReadDeviceSetting(controlId, kSettingLayoutStyle, 0) == dataview::kStyleDataTable) {
+    CurrentDataView() = {controlId, record, dataview::ReadChartSettings(controlId)};
+    if (CurrentDataView().settings.style == kStyleDataTable) {
         RunDataTable();
     } else {
         RunChartDialog();

@@ -2,21 +2,27 @@
 // view state they share (one data view at a time).
 #pragma once
 
+#include "dataview/chart_layout.h"
 #include "model/control_record.h"
 
 #include <windows.h>
 
 #include <cstdint>
 
-// The control the open view shows, as the entry point was given it.
+// The control the open view shows, as the entry point was given it, with its style and axis
+// overrides (they cannot change while a view is open: the layout dialog is not reachable).
 struct DataViewState {
     std::uint32_t controlId = 0;
     ControlRecord record;
+    dataview::ChartSettings settings;
 };
 DataViewState& CurrentDataView();
 
 // Paints the chart of the control as it is now in the store into the DC; nothing at all when
 // the control is gone.
+void PaintControlChart(HDC dc, const RECT& client, std::uint32_t controlId,
+                       const dataview::ChartSettings& settings);
+// The same with the settings read from the device settings now.
 void PaintControlChart(HDC dc, const RECT& client, std::uint32_t controlId);
 
 // Modal over the screen window (the table over the current view: a chart when there is one).

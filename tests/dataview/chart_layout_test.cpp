@@ -75,11 +75,11 @@ TEST(ChartLayout, StylesAndColours) {
     ControlRecord dense = ChartRecord(0, 600, 1, 600, std::vector<std::int32_t>(600, 3));
     EXPECT_EQ(Paint(dense).Of(CanvasCall::kLine)[0].rect, (Rect{14, 29, 15, 30}));
 
-    std::vector<CanvasCall> dots = Paint(r, kStylePoints).Of(CanvasCall::kEllipse);
+    std::vector<CanvasCall> dots = Paint(r, kStyleChartPoints).Of(CanvasCall::kEllipse);
     ASSERT_EQ(dots.size(), 14u);
     EXPECT_EQ(dots[0].rect.right - dots[0].rect.left, 7);
 
-    RecordingCanvas columns = Paint(r, kStyleColumns);
+    RecordingCanvas columns = Paint(r, kStyleChartColumns);
     std::vector<CanvasCall> bars;
     for (const CanvasCall& c : columns.Of(CanvasCall::kRectangle)) {
         if (c.pen.none && c.colour != kWhite) bars.push_back(c);
