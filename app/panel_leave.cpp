@@ -1,13 +1,13 @@
 // Leaving the panel screen: held sections first, then the link, the socket and the screen.
 #include "app/app_state.h"
+#include "app/control_activation.h"
 #include "app/device_table.h"
 #include "app/panel_screen.h"
 #include "link/link_client.h"
 #include "model/control_store.h"
-#include "platform/program_lock.h"
-#include "app/control_activation.h"
 #include "panel/win32/control_rows.h"
 #include "panel/win32/panel_timers.h"
+#include "platform/program_lock.h"
 #include "res/resource.h"
 #include "shell/view_messages.h"
 

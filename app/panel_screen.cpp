@@ -2,6 +2,7 @@
 
 #include "app/about_box.h"
 #include "app/app_state.h"
+#include "app/control_activation.h"
 #include "app/device_table.h"
 #include "app/row_images.h"
 #include "app/wait_cursor.h"
@@ -9,7 +10,6 @@
 #include "model/control_store.h"
 #include "model/device_settings.h"
 #include "panel/fast_keys.h"
-#include "app/control_activation.h"
 #include "panel/win32/control_rows.h"
 #include "panel/win32/layout_dialog.h"
 #include "panel/win32/panel_timers.h"
