@@ -1,5 +1,5 @@
 # The two commands of the README: `make demo` and `make test`. The rest serves development.
-.PHONY: all native windows test demo dist fuzz fuzz-build tsan bench bench-wine clean deps
+.PHONY: all native windows test demo dist fuzz fuzz-build tsan bench bench-wine clean deps firmware-size
 
 JOBS ?= $(shell nproc 2>/dev/null || echo 2)
 NATIVE := build/native
@@ -54,6 +54,10 @@ bench: deps
 # The data views' speed in real windows under Wine: chart paints, table refill, CSV export.
 bench-wine:
 	@tools/wine-bench
+
+# Flash and RAM of the microcontroller library's examples on an Uno, and of an empty sketch.
+firmware-size:
+	@tools/firmware-size
 
 clean:
 	rm -rf build

@@ -114,7 +114,7 @@ protected:
     MessageBoxRecorder boxes;
     PostRecorder posts;
     SocketStream stream;
-    Tremolanth device{stream, F("Uno Test"), Describe};
+    Tremolanth device{stream, Describe};
     plat::SocketHandle client = plat::kInvalidSocket;
     int clientFd = -1;
     std::vector<std::int32_t> results;
@@ -337,7 +337,7 @@ TEST_F(ArduinoLinkTest, PingsGarbageBrokenFramesAndANewClient) {
         {U8({1, 2, 3, 0x48, 0xEF, 0xF0, 0x48}), kTrmErrorNone},
         {FrameHead(99, 2), kTrmErrorUnknownType},
         {FrameHead(7, 2) + U32(1) + U32(kSetPoint) + U32(2) + U8({1, 2}), kTrmErrorItemSize},
-        {FrameHead(7, 2) + U32(1) + U32(kSetPoint) + U32(0x7FFFFFFF) + U8({1, 2}), kTrmErrorCut},
+        {FrameHead(7, 2) + U32(1) + U32(kSetPoint) + U32(0x7FFFFFFF) + U8({1, 2}), kTrmErrorItemSize},
         {FrameHead(7, 2) + U32(1) + U32(200) + U32(1) + U8({1}), kTrmErrorUnknownKey},
         {FrameHead(7, 2) + U32(3) + U32(kName) + U32(12) + Ascii("Mallory"), kTrmErrorCut},
     };
@@ -345,9 +345,9 @@ TEST_F(ArduinoLinkTest, PingsGarbageBrokenFramesAndANewClient) {
         lamp = false;
         polled.clear();
         SendRaw(c.bytes + lampOn);
-        EXPECT_TRUE(Follow([this] { return Polled(kLamp); })) << c.error;
-        EXPECT_TRUE(lamp) << c.error;
-        EXPECT_EQ(c.error, device.error());
+        EXPECT_TRUE(Follow([this] { return Polled(kLamp); })) << static_cast<int>(c.error);
+        EXPECT_TRUE(lamp) << static_cast<int>(c.error);
+        EXPECT_EQ(static_cast<int>(c.error), static_cast<int>(device.error()));
     }
     EXPECT_EQ(215, setPoint);
     EXPECT_EQ(0, name[sizeof name - 1]) << "the text keeps its terminator";

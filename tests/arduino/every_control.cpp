@@ -51,6 +51,7 @@ void Reset() {
 }
 
 void Describe(TrmPanel& p) {
+    p.title(F("Uno Test"));
     p.text(kName, F("Name"), name, sizeof name, TRM_EDITABLE);
     p.button(kBlink, F("Blink"));
     p.checkBox(kLamp, F("Lamp"), lamp);

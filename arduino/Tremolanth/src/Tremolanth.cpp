@@ -76,8 +76,8 @@ void TrmPanel::visit(TrmControl& c) {
     if (c.type == kTypeMessage) {
         if (pass_ == kCount) {
             ++messages_;
-            uint32_t bytes = TrmWriter::textLength(flash(c.label), kTrmFlash) + 1;
-            if (bytes > messageBytes_) messageBytes_ = static_cast<uint16_t>(bytes > 1024 ? 1024 : bytes);
+            const size_t bytes = TrmWriter::textLength(flash(c.label), kTrmFlash) + 1;
+            if (bytes > messageBytes_) messageBytes_ = static_cast<uint16_t>(bytes);
         } else if (pass_ == kFind && key_ == c.key) {
             *found_ = c;
         }
@@ -101,7 +101,7 @@ void TrmPanel::visit(TrmControl& c) {
         settings_ = static_cast<uint16_t>(settings_ + (c.type == kTypeChart && c.width & 0x80 ? 3 : 2));
         break;
     case kSettings: {
-        const uint32_t title = TrmWriter::textLength(flash(c.label), kTrmFlash);
+        const uint32_t title = static_cast<uint32_t>(TrmWriter::textLength(flash(c.label), kTrmFlash));
         writer_->setting(c.key, TRM_SETTING_TITLE_LENGTH, title);
         // Types without a value text of their own would repeat the title after it.
         const bool valueText = c.type == kTypeText || c.type == kTypeDateTime || c.type == kTypeNumber ||
@@ -114,7 +114,7 @@ void TrmPanel::visit(TrmControl& c) {
     case kRecords: {
         TrmWriter counter(0, 0);
         device_.writeRecord(counter, c);
-        writer_->u32(counter.count());
+        writer_->u32(static_cast<uint32_t>(counter.count()));
         device_.writeRecord(*writer_, c);
         break;
     }
@@ -129,7 +129,7 @@ void TrmPanel::visit(TrmControl& c) {
                 writer_->itemHead(c.key, 4);
                 writer_->layout((c.flags & TRM_HIDDEN) != 0, false, 0, false, 0);
             } else if (device_.writeValue(counter, c)) {
-                writer_->itemHead(c.key, counter.count());
+                writer_->itemHead(c.key, static_cast<uint32_t>(counter.count()));
                 device_.writeValue(*writer_, c);
             } else {
                 break;
@@ -276,6 +276,7 @@ void TrmPanel::files(uint8_t key, TrmText label, TrmText name, const uint8_t* co
 namespace {
 
 const char kServerText[] TRM_PROGMEM = "Tremolanth device library 1.0";
+const char kUntitled[] TRM_PROGMEM = "Arduino";
 
 void label(TrmWriter& w, const TrmControl& c) { w.countedText(flash(c.label), kTrmFlash, false); }
 
@@ -309,7 +310,7 @@ void chartBlock(TrmWriter& w, const TrmControl& c) {
 uint32_t chartBlockSize(const TrmControl& c) {
     TrmWriter counter(0, 0);
     chartBlock(counter, c);
-    return counter.count();
+    return static_cast<uint32_t>(counter.count());
 }
 
 }  // namespace
@@ -488,7 +489,7 @@ void Tremolanth::sendPanel() {
     TrmWriter w(putStream, &stream_);
 
     w.frameHead(TRM_IN_IDENTITY, 0);
-    w.countedText(flash(name_), kTrmFlash, false);
+    w.countedText(count.title_ ? flash(count.title_) : kUntitled, kTrmFlash, false);
     w.countedUtf16(kServerText, kTrmFlash);
 
     // Rows show each title whole, and the value after it where the control has one.
@@ -504,7 +505,7 @@ void Tremolanth::sendPanel() {
     for (uint8_t i = 0; i < slots; ++i) {
         TrmWriter counter(0, 0);
         for (TrmWriter* out = &counter;; out = &w) {
-            if (out == &w) w.u32(counter.count());
+            if (out == &w) w.u32(static_cast<uint32_t>(counter.count()));
             out->recordHead(TRM_TAG_MESSAGE, TRM_HIDDEN, kSlotKeys + i);
             out->u32(0);
             out->u32(1);
@@ -569,7 +570,7 @@ void Tremolanth::popup(uint8_t key) {
     w.frameHead(TRM_IN_VALUES, 0);
     w.u32(1);
     w.itemHead(slot, size);
-    const uint32_t length = TrmWriter::textLength(flash(c.label), kTrmFlash);
+    const size_t length = TrmWriter::textLength(flash(c.label), kTrmFlash);
     w.text(flash(c.label), kTrmFlash, false);
     w.zeros(size - length);
     w.frameHead(TRM_IN_LAYOUT, 0);
@@ -657,6 +658,7 @@ uint8_t Tremolanth::feed(uint8_t b) {
             state_ = kCount;
             at_ = 0;
             acc_ = 0;
+            accHigh_ = false;
             break;
         case TRM_OUT_PING_REPLY:
         case TRM_OUT_ACK:
@@ -665,21 +667,22 @@ uint8_t Tremolanth::feed(uint8_t b) {
         }
         return 0;
     case kCount:
-        acc_ |= static_cast<uint32_t>(b) << (8 * at_);
-        if (++at_ < 4) return 0;
-        items_ = acc_;
+        accumulate(b);
+        if (at_ < 4) return 0;
+        items_ = accHigh_ ? 0xFFFF : acc_;  // more than that never fits a panel
         nextItem();
         return 0;
-    case kItemHead: {
-        acc_ |= static_cast<uint32_t>(b) << (8 * (at_ & 3));
-        if (++at_ == 4) {
-            itemKey_ = acc_ > 0xFFFE ? 0xFFFF : static_cast<uint16_t>(acc_);
+    case kItemHead:
+        accumulate(b);
+        if (at_ == 4) {
+            itemKey_ = accHigh_ ? 0xFFFF : acc_;
             acc_ = 0;
+            accHigh_ = false;
         }
         if (at_ < 8) return 0;
         // Every Blob item is followed by an empty one of the same key, outside the count.
         if (blobKey_ != 0) {
-            const bool trailer = itemKey_ == blobKey_ && acc_ == 0;
+            const bool trailer = itemKey_ == blobKey_ && acc_ == 0 && !accHigh_;
             blobKey_ = 0;
             if (trailer) {
                 nextItem();
@@ -691,11 +694,16 @@ uint8_t Tremolanth::feed(uint8_t b) {
             return 0;
         }
         --items_;
+        if (accHigh_) {
+            // No control holds that much: the rest of the message is dropped.
+            error_ = kTrmErrorItemSize;
+            state_ = kHunt;
+            return 0;
+        }
         startItem(itemKey_, acc_);
         if (left_ == 0) return finishItem();
         state_ = kItemData;
         return 0;
-    }
     case kItemData:
         itemByte(b);
         if (--left_ != 0) return 0;
@@ -704,13 +712,24 @@ uint8_t Tremolanth::feed(uint8_t b) {
     return 0;
 }
 
+void Tremolanth::accumulate(uint8_t b) {
+    // Little-endian words, of which only the low 16 bits matter on the board.
+    if (at_ & 2) {
+        if (b != 0) accHigh_ = true;
+    } else {
+        acc_ = static_cast<uint16_t>(acc_ | (at_ & 1 ? b << 8 : b));
+    }
+    ++at_;
+}
+
 void Tremolanth::nextItem() {
     at_ = 0;
     acc_ = 0;
+    accHigh_ = false;
     state_ = items_ == 0 && blobKey_ == 0 ? kHunt : kItemHead;
 }
 
-void Tremolanth::startItem(uint16_t key, uint32_t size) {
+void Tremolanth::startItem(uint16_t key, uint16_t size) {
     mode_ = kModeSkip;
     left_ = size;
     pos_ = 0;

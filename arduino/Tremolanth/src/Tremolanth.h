@@ -8,8 +8,8 @@
 // what the client sends is read byte by byte straight into the variables.
 //
 //   bool lamp;
-//   void describe(TrmPanel& p) { p.checkBox(1, F("Lamp"), lamp); }
-//   Tremolanth device(Serial, F("Lamp"), describe);
+//   void describe(TrmPanel& p) { p.title(F("Lamp")); p.checkBox(1, F("Lamp"), lamp); }
+//   Tremolanth device(Serial, describe);
 //   void setup() { Serial.begin(9600); }
 //   void loop() { if (device.poll() == 1) digitalWrite(LED_BUILTIN, lamp); }
 #ifndef TREMOLANTH_H
@@ -117,6 +117,8 @@ class Tremolanth;
 // Handed to the sketch's describe function. Keys are 1 to 255 and unique in the panel.
 class TrmPanel {
 public:
+    // The panel's name, under which the client keeps its settings for this device.
+    void title(TrmText name) { title_ = name; }
     // A text of size bytes (its terminator included). flags: TRM_EDITABLE, TRM_MASKED.
     void text(uint8_t key, TrmText label, char* value, uint8_t size, uint32_t flags = 0);
     // poll() returns the key when pressed.
@@ -197,15 +199,14 @@ private:
     uint8_t visible_ = 0;
     uint16_t messageBytes_ = 0;
     uint16_t settings_ = 0;
+    TrmText title_ = 0;
 };
 
 typedef void (*TrmDescribe)(TrmPanel& panel);
 
 class Tremolanth {
 public:
-    // name: the panel's name, under which the client keeps its settings for this device.
-    Tremolanth(Stream& stream, TrmText name, TrmDescribe describe)
-        : stream_(stream), name_(name), describe_(describe) {}
+    Tremolanth(Stream& stream, TrmDescribe describe) : stream_(stream), describe_(describe) {}
 
     // Reads what the client sent (only what has arrived) and answers it. Returns the key of a
     // control whose value the client changed or that it pressed, or 0; call it again for the
@@ -249,14 +250,14 @@ private:
     void sendFile(const TrmControl& c);
 
     void nextItem();
-    void startItem(uint16_t key, uint32_t size);
+    void accumulate(uint8_t byte);
+    void startItem(uint16_t key, uint16_t size);
     void itemByte(uint8_t byte);
     uint8_t finishItem();
     uint8_t applyItem(TrmControl& c);
     void passwordFieldDone();
 
     Stream& stream_;
-    TrmText name_;
     TrmDescribe describe_;
     uint8_t hidden_[(TRM_MAX_CONTROLS + 7) / 8] = {};
     bool connected_ = false;
@@ -272,9 +273,10 @@ private:
     uint8_t password_ = 0;  // bits of a password item being read
     uint16_t itemKey_ = 0;
     uint8_t blobKey_ = 0;   // a Blob item was read: its empty trailer may follow
-    uint32_t acc_ = 0;
-    uint32_t items_ = 0;    // items of the value message still to come
-    uint32_t left_ = 0;     // bytes of the item still to come
+    uint16_t acc_ = 0;      // the low half of the word being read
+    bool accHigh_ = false;  // its high half is not zero
+    uint16_t items_ = 0;    // items of the value message still to come
+    uint16_t left_ = 0;     // bytes of the item still to come
     uint16_t pos_ = 0;      // bytes of the item read
     uint8_t* dest_ = 0;
     uint16_t capacity_ = 0;

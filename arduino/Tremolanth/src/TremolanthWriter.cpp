@@ -30,43 +30,35 @@ uint8_t nextChar(const char*& p, TrmMemory memory) {
 
 uint8_t trmMarkerByte(uint8_t i) { return TRM_FLASH_BYTE(&kMarker[i & 7]); }
 
+#if defined(__BYTE_ORDER__) && __BYTE_ORDER__ == __ORDER_LITTLE_ENDIAN__
+// The board keeps integers as the wire does: their bytes go out as they are, which an 8-bit
+// processor does far more cheaply than shifting.
+void TrmWriter::u16(uint16_t v) { bytes(reinterpret_cast<const uint8_t*>(&v), 2); }
+void TrmWriter::u32(uint32_t v) { bytes(reinterpret_cast<const uint8_t*>(&v), 4); }
+#else
 void TrmWriter::u16(uint16_t v) {
     u8(static_cast<uint8_t>(v));
     u8(static_cast<uint8_t>(v >> 8));
 }
-
 void TrmWriter::u32(uint32_t v) {
     for (uint8_t i = 0; i < 4; ++i) u8(static_cast<uint8_t>(v >> (8 * i)));
 }
+#endif
 
-void TrmWriter::bytes(const uint8_t* data, uint32_t size, TrmMemory memory) {
+void TrmWriter::bytes(const uint8_t* data, size_t size, TrmMemory memory) {
     if (!put_) {
         count_ += size;
         return;
     }
-    for (uint32_t i = 0; i < size; ++i) u8(readByte(reinterpret_cast<const char*>(data + i), memory));
+    for (size_t i = 0; i < size; ++i) u8(readByte(reinterpret_cast<const char*>(data + i), memory));
 }
 
-void TrmWriter::zeros(uint32_t size) {
+void TrmWriter::zeros(size_t size) {
     if (!put_) {
         count_ += size;
         return;
     }
     while (size-- > 0) u8(0);
-}
-
-void TrmWriter::integer(const void* value, uint8_t width) {
-    if (width == 1) {
-        u8(*static_cast<const uint8_t*>(value));
-    } else if (width == 2) {
-        uint16_t v;
-        memcpy(&v, value, 2);
-        u16(v);
-    } else {
-        uint32_t v;
-        memcpy(&v, value, 4);
-        u32(v);
-    }
 }
 
 void TrmWriter::frameHead(uint16_t type, uint16_t flags) {
@@ -112,18 +104,18 @@ void TrmWriter::text(const char* utf8, TrmMemory memory, bool terminate, char se
 void TrmWriter::countedText(const char* utf8, TrmMemory memory, bool terminate, char separator) {
     TrmWriter counter(0, 0);
     counter.text(utf8, memory, terminate, separator);
-    u32(counter.count());
+    u32(static_cast<uint32_t>(counter.count()));
     text(utf8, memory, terminate, separator);
 }
 
-uint32_t TrmWriter::textLength(const char* utf8, TrmMemory memory) {
+size_t TrmWriter::textLength(const char* utf8, TrmMemory memory) {
     TrmWriter counter(0, 0);
     counter.text(utf8, memory, false);
     return counter.count();
 }
 
 void TrmWriter::countedUtf16(const char* ascii, TrmMemory memory) {
-    u32(2 * textLength(ascii, memory));
+    u32(static_cast<uint32_t>(2 * textLength(ascii, memory)));
     if (!ascii) return;
     for (uint8_t c; (c = nextChar(ascii, memory)) != 0;) u16(c);
 }

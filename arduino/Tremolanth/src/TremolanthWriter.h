@@ -31,7 +31,7 @@ public:
     // put null: count only.
     TrmWriter(TrmPutByte put, void* context) : put_(put), context_(context), count_(0) {}
 
-    uint32_t count() const { return count_; }
+    size_t count() const { return count_; }
     bool counting() const { return put_ == 0; }
 
     void u8(uint8_t v) {
@@ -40,10 +40,8 @@ public:
     }
     void u16(uint16_t v);
     void u32(uint32_t v);
-    void bytes(const uint8_t* data, uint32_t size, TrmMemory memory = kTrmRam);
-    void zeros(uint32_t size);
-    // A little-endian integer of width 1, 2 or 4 read from memory as the board stores it.
-    void integer(const void* value, uint8_t width);
+    void bytes(const uint8_t* data, size_t size, TrmMemory memory = kTrmRam);
+    void zeros(size_t size);
 
     // The 20-byte head of every frame.
     void frameHead(uint16_t type, uint16_t flags);
@@ -84,14 +82,14 @@ public:
     // The byte count of that text, then the text.
     void countedText(const char* utf8, TrmMemory memory, bool terminate, char separator = 0);
     // The 8-bit length of a text (what text() would write, without a terminator).
-    static uint32_t textLength(const char* utf8, TrmMemory memory);
+    static size_t textLength(const char* utf8, TrmMemory memory);
     // The text as UTF-16LE (the second identity text must be UTF-16), counted.
     void countedUtf16(const char* ascii, TrmMemory memory);
 
 private:
     TrmPutByte put_;
     void* context_;
-    uint32_t count_;
+    size_t count_;  // 16 bits on an 8-bit board: a record there is far smaller
 };
 
 // The marker byte at position i (0 to 7).
