@@ -35,7 +35,8 @@ FUZZ_SECONDS ?= 60
 fuzz:
 	@tools/install-deps fuzz
 	CC=clang CXX=clang++ cmake -S . -B build/fuzz -DCMAKE_BUILD_TYPE=RelWithDebInfo -DTREMOLANTH_FUZZ=ON
-	cmake --build build/fuzz -j$(JOBS) --target fuzz_worker fuzz_record fuzz_updates fuzz_files fuzz_identity fuzz_chart
+	cmake --build build/fuzz -j$(JOBS) --target fuzz_worker fuzz_record fuzz_updates fuzz_files fuzz_identity fuzz_chart \
+		fuzz_arduino_reader
 	@tools/run-fuzz build/fuzz $(FUZZ_SECONDS)
 
 # The tests under ThreadSanitizer (the worker and the screen's thread on one store).
