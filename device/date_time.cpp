@@ -3,14 +3,10 @@
 namespace dev {
 
 Bytes EncodeDateTime(const DateTime& value) {
+    const std::uint8_t fields[6] = {static_cast<std::uint8_t>(value.second), value.minute,
+                                    value.hour, value.day, value.weekday, value.month};
     Bytes out;
-    Put8(out, static_cast<std::uint8_t>(value.second));
-    Put8(out, value.minute);
-    Put8(out, value.hour);
-    Put8(out, value.day);
-    Put8(out, value.weekday);
-    Put8(out, value.month);
-    Put16(out, value.year);
+    WriterInto(out).dateTime(fields, value.year);
     return out;
 }
 

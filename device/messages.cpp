@@ -12,10 +12,11 @@ std::uint16_t AckFlags(bool ackWanted) { return ackWanted ? wire::kFlagAckWanted
 
 Bytes EncodeItems(std::uint16_t type, const std::vector<Item>& items, bool ackWanted) {
     Bytes out = EncodeFrameHead(type, AckFlags(ackWanted));
-    Put32(out, static_cast<std::uint32_t>(items.size()));
+    TrmWriter w = WriterInto(out);
+    w.u32(static_cast<std::uint32_t>(items.size()));
     for (const Item& item : items) {
-        Put32(out, item.key);
-        PutCounted(out, item.data);
+        w.itemHead(item.key, static_cast<std::uint32_t>(item.data.size()));
+        w.bytes(item.data.data(), item.data.size());
     }
     return out;
 }
@@ -23,11 +24,8 @@ Bytes EncodeItems(std::uint16_t type, const std::vector<Item>& items, bool ackWa
 }  // namespace
 
 Bytes EncodeFrameHead(std::uint16_t type, std::uint16_t flags) {
-    Bytes out(wire::kMarker, wire::kMarker + sizeof wire::kMarker);
-    Put32(out, wire::kHeaderWord0);
-    Put32(out, wire::kHeaderWord1);
-    Put16(out, type);
-    Put16(out, flags);
+    Bytes out;
+    WriterInto(out).frameHead(type, flags);
     return out;
 }
 
@@ -74,12 +72,9 @@ Bytes EncodeFiles(std::uint32_t key, const std::vector<OutFile>& files, bool nam
 
 Bytes EncodeSettings(const std::vector<Setting>& settings) {
     Bytes out = EncodeFrameHead(wire::kInSettings, 0);
-    Put32(out, static_cast<std::uint32_t>(settings.size()));
-    for (const Setting& s : settings) {
-        Put32(out, s.owner);
-        Put32(out, s.kind);
-        Put32(out, s.value);
-    }
+    TrmWriter w = WriterInto(out);
+    w.u32(static_cast<std::uint32_t>(settings.size()));
+    for (const Setting& s : settings) w.setting(s.owner, s.kind, s.value);
     return out;
 }
 

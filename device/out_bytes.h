@@ -1,6 +1,12 @@
 // Building frames on the device side: little-endian words appended to a byte vector, and the
 // 20-byte head that starts every frame.
+//
+// The bytes that a board writes too (frame heads, record heads, items, layouts, date-times,
+// settings) come from the microcontroller library's writer, appending here instead of to a
+// serial port: one encoder for both device libraries.
 #pragma once
+
+#include "TremolanthWriter.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -10,14 +16,13 @@ namespace dev {
 
 using Bytes = std::vector<std::uint8_t>;
 
+inline void AppendByte(void* out, std::uint8_t v) { static_cast<Bytes*>(out)->push_back(v); }
+// The shared writer, appending to out.
+inline TrmWriter WriterInto(Bytes& out) { return TrmWriter(AppendByte, &out); }
+
 inline void Put8(Bytes& out, std::uint8_t v) { out.push_back(v); }
-inline void Put16(Bytes& out, std::uint16_t v) {
-    out.push_back(static_cast<std::uint8_t>(v));
-    out.push_back(static_cast<std::uint8_t>(v >> 8));
-}
-inline void Put32(Bytes& out, std::uint32_t v) {
-    for (int i = 0; i < 4; ++i) out.push_back(static_cast<std::uint8_t>(v >> (8 * i)));
-}
+inline void Put16(Bytes& out, std::uint16_t v) { WriterInto(out).u16(v); }
+inline void Put32(Bytes& out, std::uint32_t v) { WriterInto(out).u32(v); }
 inline void PutBytes(Bytes& out, const Bytes& more) { out.insert(out.end(), more.begin(), more.end()); }
 // A byte count, then the bytes: how every length-prefixed field of the link is laid out.
 inline void PutCounted(Bytes& out, const Bytes& value) {

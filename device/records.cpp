@@ -50,13 +50,15 @@ Record CountedRecord(std::uint16_t tag, const ControlHead& head, const Bytes& da
 
 Bytes EncodeRecord(const Record& record) {
     Bytes out;
-    Put16(out, record.tag);
-    Put32(out, record.flags);
-    Put32(out, record.key);
-    PutBytes(out, record.fixed);
-    Put32(out, static_cast<std::uint32_t>(record.attributes.size()));
-    for (const Attribute& a : record.attributes) Put8(out, static_cast<std::uint8_t>(a.letter));
-    for (const Attribute& a : record.attributes) PutCounted(out, a.value);
+    TrmWriter w = WriterInto(out);
+    w.recordHead(record.tag, record.flags, record.key);
+    w.bytes(record.fixed.data(), record.fixed.size());
+    w.u32(static_cast<std::uint32_t>(record.attributes.size()));
+    for (const Attribute& a : record.attributes) w.u8(static_cast<std::uint8_t>(a.letter));
+    for (const Attribute& a : record.attributes) {
+        w.u32(static_cast<std::uint32_t>(a.value.size()));
+        w.bytes(a.value.data(), a.value.size());
+    }
     return out;
 }
 

@@ -8,10 +8,6 @@ namespace dev {
 
 namespace {
 
-constexpr std::uint16_t kLayoutHidden = 0x0001;
-constexpr std::uint16_t kLayoutBringIntoView = 0x0010;
-constexpr std::uint16_t kLayoutBackground = 0x0040;
-
 // The text in exactly size bytes: cut on a unit boundary before its terminator, zero-padded.
 Bytes FixedText(std::string_view utf8, std::size_t size, bool utf16) {
     Bytes text = TextBytes(utf8, utf16);
@@ -44,15 +40,9 @@ Bytes Int32Value(std::int32_t value) {
 Bytes DateTimeValue(const DateTime& value) { return EncodeDateTime(value); }
 
 Bytes LayoutValue(const Layout& layout) {
-    std::uint16_t word = 0;
-    if (layout.hidden) word |= kLayoutHidden;
-    if (layout.bringIntoView) word |= kLayoutBringIntoView;
-    if (layout.background) word |= kLayoutBackground;
     Bytes out;
-    Put16(out, word);
-    Put8(out, layout.icon);
-    Put8(out, 0);
-    if (layout.background) Put32(out, *layout.background);
+    WriterInto(out).layout(layout.hidden, layout.bringIntoView, layout.icon,
+                           layout.background.has_value(), layout.background.value_or(0));
     return out;
 }
 
