@@ -206,7 +206,9 @@ typedef void (*TrmDescribe)(TrmPanel& panel);
 
 class Tremolanth {
 public:
-    Tremolanth(Stream& stream, TrmDescribe describe) : stream_(stream), describe_(describe) {}
+    // constexpr: a global device needs no start-up code.
+    constexpr Tremolanth(Stream& stream, TrmDescribe describe)
+        : stream_(stream), describe_(describe) {}
 
     // Reads what the client sent (only what has arrived) and answers it. Returns the key of a
     // control whose value the client changed or that it pressed, or 0; call it again for the
