@@ -820,6 +820,8 @@ uint8_t Tremolanth::applyItem(TrmControl& c) {
     const uint8_t first = scratch_[0];
     switch (c.type) {
     case kTypeButton: return first != 0 ? c.key : 0;
+    case kTypeImage: return c.key;
+    case kTypeFiles: sendFile(c); return c.key;
     case kTypeCheckBox:
         if (!c.width) {
             *static_cast<bool*>(c.var) = first != 0;
@@ -829,11 +831,8 @@ uint8_t Tremolanth::applyItem(TrmControl& c) {
         } else {
             return 0;
         }
-        return c.key;
-    case kTypeSection:
-        *static_cast<bool*>(c.var) = first != 0;
-        sendItems(TRM_IN_LAYOUT, 0, 0, static_cast<uint8_t>(c.index + 1), true);
-        return c.key;
+        break;
+    case kTypeSection: *static_cast<bool*>(c.var) = first != 0; break;
     case kTypeDateTime: {
         TrmDateTime& t = *static_cast<TrmDateTime*>(c.var);
         t.second = scratch_[0];
@@ -843,7 +842,7 @@ uint8_t Tremolanth::applyItem(TrmControl& c) {
         t.weekday = scratch_[4];
         t.month = scratch_[5];
         t.year = static_cast<uint16_t>(scratch_[6] | (scratch_[7] << 8));
-        return c.key;
+        break;
     }
     case kTypeNumber: {
         const int32_t sent = static_cast<int32_t>(le32(scratch_));
@@ -851,17 +850,16 @@ uint8_t Tremolanth::applyItem(TrmControl& c) {
         if ((c.flags & TRM_MINIMUM_APPLIES) && v < c.low) v = c.low;
         if ((c.flags & TRM_MAXIMUM_APPLIES) && v > c.high) v = c.high;
         *static_cast<int32_t*>(c.var) = v;
-        if (v != sent) send(c.key);  // the client shows what the device kept
-        return c.key;
+        break;
     }
     case kTypeList: {
         const uint32_t index = le32(scratch_);
         if (index >= static_cast<uint32_t>(c.high)) {
-            send(c.key);
+            send(c.key);  // refused: the client shows the item kept
             return 0;
         }
         *static_cast<uint8_t*>(c.var) = static_cast<uint8_t>(index);
-        return c.key;
+        break;
     }
     case kTypePassword: {
         bool& in = *static_cast<bool*>(c.var);
@@ -872,10 +870,12 @@ uint8_t Tremolanth::applyItem(TrmControl& c) {
             TrmPasswordCheck check = reinterpret_cast<TrmPasswordCheck>(const_cast<void*>(c.extra));
             if (check) check(reinterpret_cast<const char*>(scratch_), true);
         }
-        send(c.key);  // the verdict, and the controls it guards
-        return c.key;
+        break;  // the verdict goes back, and shows or hides the controls it guards
     }
-    case kTypeFiles: sendFile(c); return c.key;
-    default: return c.key;  // text and blob are in place; an image was pressed
+    default: break;  // text and blob are in place
     }
+    // The client shows what the device kept (a number within its limits, a radio's group, a
+    // section's or password's controls).
+    send(c.key);
+    return c.key;
 }
