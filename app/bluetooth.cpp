@@ -1,5 +1,7 @@
 #include "app/bluetooth.h"
 
+#include "platform/socket.h"
+
 #include <winsock2.h>
 #include <ws2bth.h>
 
@@ -74,7 +76,7 @@ std::int32_t BluetoothInquiry(int length, int maxDevices, std::vector<FoundDevic
     return LowBits(error);
 }
 
-std::intptr_t BluetoothConnect(std::uint64_t address) {
+std::intptr_t BluetoothConnect(std::uint64_t address, int timeoutMilliseconds) {
     SOCKET s = ::socket(AF_BTH, SOCK_STREAM, BTHPROTO_RFCOMM);
     if (s == INVALID_SOCKET) return -1;
     SOCKADDR_BTH peer{};
@@ -82,7 +84,8 @@ std::intptr_t BluetoothConnect(std::uint64_t address) {
     peer.btAddr = address;
     peer.serviceClassId = kSerialPortService;
     peer.port = 0;  // the channel comes from service discovery
-    if (::connect(s, reinterpret_cast<sockaddr*>(&peer), sizeof peer) == SOCKET_ERROR) {
+    if (plat::SocketConnectNative(static_cast<std::intptr_t>(s), &peer, sizeof peer,
+                                  timeoutMilliseconds) != 0) {
         ::closesocket(s);
         return -1;
     }

@@ -16,5 +16,5 @@ struct FoundDevice {
 // 16 bits, sign-extended.
 std::int32_t BluetoothInquiry(int length, int maxDevices, std::vector<FoundDevice>* found);
 
-// A connected native socket, or -1.
-std::intptr_t BluetoothConnect(std::uint64_t address);
+// A native socket connected within the time, or -1.
+std::intptr_t BluetoothConnect(std::uint64_t address, int timeoutMilliseconds);

@@ -18,9 +18,9 @@ plat::SocketHandle ConnectToDevice(DeviceTable& table, HWND, int index) {
     if (index < 0 || index >= table.count) return plat::kInvalidSocket;
     const DeviceEntry& entry = table.entries[index];
     if (entry.overTcp) {
-        table.socket = plat::SocketConnectTcp(entry.host, entry.port);
+        table.socket = plat::SocketConnectTcp(entry.host, entry.port, kConnectTimeoutMs);
     } else {
-        std::intptr_t native = BluetoothConnect(entry.address);
+        std::intptr_t native = BluetoothConnect(entry.address, kConnectTimeoutMs);
         table.socket = native == -1 ? plat::kInvalidSocket : plat::SocketAdopt(native);
     }
     return table.socket;

@@ -10,6 +10,8 @@
 
 inline constexpr int kMaxDevices = 16;
 inline constexpr int kDeviceNameSize = 256;
+// A device that does not answer (or a name the resolver cannot find) gives up by then.
+inline constexpr int kConnectTimeoutMs = 8000;
 
 struct DeviceEntry {
     wchar_t name[kDeviceNameSize] = {};

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <chrono>
+#include <climits>
 #include <vector>
 
 namespace dev {
@@ -15,6 +16,8 @@ using Clock = std::chrono::steady_clock;
 
 constexpr int kPollMilliseconds = 100;  // how soon a stop request is noticed
 constexpr std::size_t kChunk = 64 * 1024;
+// A client that takes no bytes for this long has gone: its session ends.
+constexpr int kSendTimeoutMilliseconds = 10000;
 
 // Hands every whole frame in the buffer to the handlers and drops what was read.
 void DrainFrames(Session& session, Bytes& buffer, const SessionHandlers& handlers) {
@@ -43,15 +46,11 @@ int MillisecondsUntil(Clock::time_point when) {
 bool SessionSend(Session& session, const Bytes& frame) {
     std::lock_guard<std::mutex> hold(session.sendMutex);
     if (!session.open) return false;
-    std::size_t done = 0;
-    while (done < frame.size()) {
-        const int n = plat::SocketSend(session.socket, frame.data() + done,
-                                       static_cast<int>(frame.size() - done));
-        if (n <= 0) {
-            session.open = false;
-            return false;
-        }
-        done += static_cast<std::size_t>(n);
+    if (frame.size() > INT_MAX ||
+        plat::SocketSend(session.socket, frame.data(), static_cast<int>(frame.size()),
+                         kSendTimeoutMilliseconds) == plat::kSocketError) {
+        session.open = false;
+        return false;
     }
     return true;
 }

@@ -20,8 +20,11 @@ void SocketsCleanup();
 // Takes ownership of a connected native socket (a SOCKET or a file descriptor).
 SocketHandle SocketAdopt(std::intptr_t nativeSocket);
 
-// One send call with the whole buffer: bytes sent, or kSocketError.
-int SocketSend(SocketHandle socket, const void* data, int length);
+// Sends every byte within the time: length, or kSocketError when the peer stopped taking
+// bytes for that long (the system's timed-out error), the connection failed or the handle was
+// closed. A device that never reads can hold a sender only this long, and closing the handle
+// from another thread wakes the sender at once.
+int SocketSend(SocketHandle socket, const void* data, int length, int timeoutMilliseconds);
 
 // One receive call: bytes received (0 when the peer has shut down or nothing came), or
 // kSocketError (also for a closed or unknown handle).
@@ -41,8 +44,15 @@ void SocketReset(SocketHandle socket);
 // The last socket error of this thread (errno or WSAGetLastError).
 int SocketLastError();
 
-// TCP over IPv4. host is a dotted address or a name. Returns kInvalidSocket on failure.
-SocketHandle SocketConnectTcp(const char* host, std::uint16_t port);
+// TCP over IPv4. host is a dotted address or a name. Returns kInvalidSocket when the name
+// cannot be resolved or the connection is not made within the time (a silent device and a
+// slow name server alike).
+SocketHandle SocketConnectTcp(const char* host, std::uint16_t port, int timeoutMilliseconds);
+
+// Connects a native stream socket of any family (a Bluetooth one, say) to the address within
+// the time: 0, or the system's error (its timed-out error when the peer did not answer).
+int SocketConnectNative(std::intptr_t nativeSocket, const void* address, int addressLength,
+                        int timeoutMilliseconds);
 // Listens on address:port (port 0: any free port, reported in *boundPort when given).
 SocketHandle SocketListenTcp(const char* address, std::uint16_t port, std::uint16_t* boundPort);
 // Waits for the next connection; kInvalidSocket when the listener was closed or failed.

@@ -32,6 +32,8 @@ std::condition_variable g_posted;
 std::deque<unsigned> g_posts;
 // The receive worker ended without a result (the link closed or broke under it).
 constexpr unsigned kWorkerEndedPost = 0;
+// A device that does not answer gives up by then, as the program does.
+constexpr int kConnectTimeoutMs = 8000;
 
 void PrintLine(const std::string& line) {
     std::lock_guard<std::mutex> hold(g_outputMutex);
@@ -184,7 +186,7 @@ int main(int argc, char** argv) {
     plat::SetMessageBoxHook(OnBox);
     SetWorkerEndObserver(OnWorkerEnd);
     LinkInit();
-    const plat::SocketHandle socket = plat::SocketConnectTcp(options.host.c_str(), options.port);
+    const plat::SocketHandle socket = plat::SocketConnectTcp(options.host.c_str(), options.port, kConnectTimeoutMs);
     if (socket == plat::kInvalidSocket) {
         std::fprintf(stderr, "panel-probe: cannot connect to %s:%u\n", options.host.c_str(),
                      static_cast<unsigned>(options.port));

@@ -1,8 +1,10 @@
 #include "platform/socket.h"
 
+#include "platform/call_within.h"
 #include "platform/socket_table.h"
 
 #include <arpa/inet.h>
+#include <fcntl.h>
 #include <netdb.h>
 #include <netinet/in.h>
 #include <netinet/tcp.h>
@@ -10,29 +12,73 @@
 #include <sys/socket.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
+#include <chrono>
+#include <climits>
 #include <csignal>
 #include <cstring>
+#include <optional>
+#include <string>
 
 namespace plat {
 
 namespace {
 
+constexpr int kWaitSliceMilliseconds = 50;
+constexpr int kListenResolveMilliseconds = 10000;
+
 void ShutdownBoth(std::intptr_t native) { ::shutdown(static_cast<int>(native), SHUT_RDWR); }
 void ReleaseNative(std::intptr_t native) { ::close(static_cast<int>(native)); }
 
-bool ResolveIpv4(const char* host, sockaddr_in* out) {
+// A dotted address at once; a name through the resolver, waited for only until the deadline.
+bool ResolveIpv4(const char* host, sockaddr_in* out, int timeoutMilliseconds) {
     std::memset(out, 0, sizeof *out);
     out->sin_family = AF_INET;
     if (inet_pton(AF_INET, host, &out->sin_addr) == 1) return true;
-    addrinfo hints{};
-    hints.ai_family = AF_INET;
-    hints.ai_socktype = SOCK_STREAM;
-    addrinfo* result = nullptr;
-    if (getaddrinfo(host, nullptr, &hints, &result) != 0 || !result) return false;
-    out->sin_addr = reinterpret_cast<sockaddr_in*>(result->ai_addr)->sin_addr;
-    freeaddrinfo(result);
+    const std::string name = host;
+    std::optional<std::optional<in_addr>> found = CallWithin<std::optional<in_addr>>(
+        [name]() -> std::optional<in_addr> {
+            addrinfo hints{};
+            hints.ai_family = AF_INET;
+            hints.ai_socktype = SOCK_STREAM;
+            addrinfo* result = nullptr;
+            if (getaddrinfo(name.c_str(), nullptr, &hints, &result) != 0 || !result) return {};
+            in_addr address = reinterpret_cast<sockaddr_in*>(result->ai_addr)->sin_addr;
+            freeaddrinfo(result);
+            return address;
+        },
+        timeoutMilliseconds);
+    if (!found || !*found) return false;
+    out->sin_addr = **found;
     return true;
+}
+
+using Clock = std::chrono::steady_clock;
+
+int MillisecondsLeft(Clock::time_point deadline) {
+    auto left = std::chrono::duration_cast<std::chrono::milliseconds>(deadline - Clock::now());
+    return left.count() <= 0 ? 0 : static_cast<int>(std::min<long long>(left.count(), INT_MAX));
+}
+
+// Waits for the events in slices, so that a handle closed meanwhile is noticed; false when the
+// deadline passed (errno ETIMEDOUT) or the handle was closed (EBADF).
+bool WaitFor(SocketHandle handle, int fd, short events, Clock::time_point deadline) {
+    for (;;) {
+        if (socket_table::IsClosed(handle)) {
+            errno = EBADF;
+            return false;
+        }
+        const int left = MillisecondsLeft(deadline);
+        if (left == 0) {
+            errno = ETIMEDOUT;
+            return false;
+        }
+        pollfd p{fd, events, 0};
+        const int rc = ::poll(&p, 1, std::min(left, kWaitSliceMilliseconds));
+        if (rc > 0) return true;
+        if (rc < 0 && errno != EINTR) return false;
+    }
 }
 
 }  // namespace
@@ -51,17 +97,35 @@ SocketHandle SocketAdopt(std::intptr_t nativeSocket) {
     return socket_table::Add(nativeSocket);
 }
 
-int SocketSend(SocketHandle socket, const void* data, int length) {
+int SocketSend(SocketHandle socket, const void* data, int length, int timeoutMilliseconds) {
     std::intptr_t native;
     if (!socket_table::Acquire(socket, &native)) {
         errno = EBADF;
         return kSocketError;
     }
-    ssize_t n = ::send(static_cast<int>(native), data, static_cast<size_t>(length), MSG_NOSIGNAL);
-    int saved = errno;
+    const int fd = static_cast<int>(native);
+    const auto deadline = Clock::now() + std::chrono::milliseconds(timeoutMilliseconds);
+    const auto* bytes = static_cast<const char*>(data);
+    int done = 0;
+    int error = 0;
+    while (done < length) {
+        ssize_t n = ::send(fd, bytes + done, static_cast<size_t>(length - done),
+                           MSG_NOSIGNAL | MSG_DONTWAIT);
+        if (n > 0) {
+            done += static_cast<int>(n);
+        } else if (n < 0 && errno == EINTR) {
+            continue;
+        } else if (n < 0 && errno != EAGAIN && errno != EWOULDBLOCK) {
+            error = errno;
+            break;
+        } else if (!WaitFor(socket, fd, POLLOUT, deadline)) {
+            error = errno;
+            break;
+        }
+    }
     socket_table::Release(socket);
-    errno = saved;
-    return n < 0 ? kSocketError : static_cast<int>(n);
+    errno = error;
+    return error ? kSocketError : length;
 }
 
 int SocketReceive(SocketHandle socket, void* data, int length) {
@@ -115,14 +179,41 @@ void SocketClose(SocketHandle socket) {
 
 int SocketLastError() { return errno; }
 
-SocketHandle SocketConnectTcp(const char* host, std::uint16_t port) {
+int SocketConnectNative(std::intptr_t nativeSocket, const void* address, int addressLength,
+                        int timeoutMilliseconds) {
+    const int fd = static_cast<int>(nativeSocket);
+    const int flags = ::fcntl(fd, F_GETFL, 0);
+    ::fcntl(fd, F_SETFL, flags | O_NONBLOCK);
+    int error = 0;
+    if (::connect(fd, static_cast<const sockaddr*>(address), static_cast<socklen_t>(addressLength)) != 0) {
+        error = errno;
+        if (error == EINPROGRESS) {
+            pollfd p{fd, POLLOUT, 0};
+            int rc;
+            do {
+                rc = ::poll(&p, 1, timeoutMilliseconds);
+            } while (rc < 0 && errno == EINTR);
+            socklen_t size = sizeof error;
+            if (rc == 0) {
+                error = ETIMEDOUT;
+            } else if (rc < 0 || ::getsockopt(fd, SOL_SOCKET, SO_ERROR, &error, &size) != 0) {
+                error = errno;
+            }
+        }
+    }
+    ::fcntl(fd, F_SETFL, flags);
+    return error;
+}
+
+SocketHandle SocketConnectTcp(const char* host, std::uint16_t port, int timeoutMilliseconds) {
     SocketsStartup();
+    const auto deadline = Clock::now() + std::chrono::milliseconds(timeoutMilliseconds);
     sockaddr_in address;
-    if (!ResolveIpv4(host, &address)) return kInvalidSocket;
+    if (!ResolveIpv4(host, &address, timeoutMilliseconds)) return kInvalidSocket;
     address.sin_port = htons(port);
     int fd = ::socket(AF_INET, SOCK_STREAM, 0);
     if (fd < 0) return kInvalidSocket;
-    if (::connect(fd, reinterpret_cast<sockaddr*>(&address), sizeof address) != 0) {
+    if (SocketConnectNative(fd, &address, sizeof address, MillisecondsLeft(deadline)) != 0) {
         ::close(fd);
         return kInvalidSocket;
     }
@@ -134,7 +225,7 @@ SocketHandle SocketConnectTcp(const char* host, std::uint16_t port) {
 SocketHandle SocketListenTcp(const char* address, std::uint16_t port, std::uint16_t* boundPort) {
     SocketsStartup();
     sockaddr_in local;
-    if (!ResolveIpv4(address, &local)) return kInvalidSocket;
+    if (!ResolveIpv4(address, &local, kListenResolveMilliseconds)) return kInvalidSocket;
     local.sin_port = htons(port);
     int fd = ::socket(AF_INET, SOCK_STREAM, 0);
     if (fd < 0) return kInvalidSocket;

@@ -1,31 +1,92 @@
 #include "platform/socket.h"
 
+#include "platform/call_within.h"
 #include "platform/socket_table.h"
 
 #include <winsock2.h>
 #include <ws2tcpip.h>
 
+#include <algorithm>
+#include <chrono>
+#include <climits>
 #include <cstring>
+#include <optional>
+#include <string>
 
 namespace plat {
 
 namespace {
 
+constexpr int kWaitSliceMilliseconds = 20;
+constexpr int kListenResolveMilliseconds = 10000;
+
 void ShutdownBoth(std::intptr_t native) { ::shutdown(static_cast<SOCKET>(native), SD_BOTH); }
 void ReleaseNative(std::intptr_t native) { ::closesocket(static_cast<SOCKET>(native)); }
 
-bool ResolveIpv4(const char* host, sockaddr_in* out) {
+// A dotted address at once; a name through the resolver, waited for only until the deadline.
+bool ResolveIpv4(const char* host, sockaddr_in* out, int timeoutMilliseconds) {
     std::memset(out, 0, sizeof *out);
     out->sin_family = AF_INET;
     if (inet_pton(AF_INET, host, &out->sin_addr) == 1) return true;
-    addrinfo hints{};
-    hints.ai_family = AF_INET;
-    hints.ai_socktype = SOCK_STREAM;
-    addrinfo* result = nullptr;
-    if (getaddrinfo(host, nullptr, &hints, &result) != 0 || !result) return false;
-    out->sin_addr = reinterpret_cast<sockaddr_in*>(result->ai_addr)->sin_addr;
-    freeaddrinfo(result);
+    const std::string name = host;
+    std::optional<std::optional<in_addr>> found = CallWithin<std::optional<in_addr>>(
+        [name]() -> std::optional<in_addr> {
+            addrinfo hints{};
+            hints.ai_family = AF_INET;
+            hints.ai_socktype = SOCK_STREAM;
+            addrinfo* result = nullptr;
+            if (getaddrinfo(name.c_str(), nullptr, &hints, &result) != 0 || !result) return {};
+            in_addr address = reinterpret_cast<sockaddr_in*>(result->ai_addr)->sin_addr;
+            freeaddrinfo(result);
+            return address;
+        },
+        timeoutMilliseconds);
+    if (!found || !*found) {
+        WSASetLastError(WSAHOST_NOT_FOUND);
+        return false;
+    }
+    out->sin_addr = **found;
     return true;
+}
+
+using Clock = std::chrono::steady_clock;
+
+int MillisecondsLeft(Clock::time_point deadline) {
+    auto left = std::chrono::duration_cast<std::chrono::milliseconds>(deadline - Clock::now());
+    return left.count() <= 0 ? 0 : static_cast<int>(std::min<long long>(left.count(), INT_MAX));
+}
+
+// Waits until the socket can take more bytes, in slices so that a handle closed meanwhile is
+// noticed (Winsock does not wake a blocked call on shutdown); false on the deadline
+// (WSAETIMEDOUT) or a closed handle.
+bool WaitWritableOrClosed(SocketHandle handle, SOCKET s, Clock::time_point deadline) {
+    for (;;) {
+        if (socket_table::IsClosed(handle)) {
+            WSASetLastError(WSAENOTSOCK);
+            return false;
+        }
+        const int left = MillisecondsLeft(deadline);
+        if (left == 0) {
+            WSASetLastError(WSAETIMEDOUT);
+            return false;
+        }
+        fd_set writable, failed;
+        FD_ZERO(&writable);
+        FD_ZERO(&failed);
+        FD_SET(s, &writable);
+        FD_SET(s, &failed);
+        const int slice = std::min(left, kWaitSliceMilliseconds);
+        timeval tv{0, slice * 1000};
+        const int rc = ::select(0, nullptr, &writable, &failed, &tv);
+        if (rc == SOCKET_ERROR) return false;
+        if (rc > 0) return true;
+    }
+}
+
+// Sends never block: a full send buffer is waited on with a deadline instead.
+void NonBlocking(SOCKET s) {
+    u_long on = 1;
+    ::ioctlsocket(s, FIONBIO, &on);
 }
 
 // Waits until the socket is readable or its handle was closed. Winsock does not wake a
@@ -63,20 +124,37 @@ void SocketsCleanup() { WSACleanup(); }
 
 SocketHandle SocketAdopt(std::intptr_t nativeSocket) {
     socket_table::SetNativeOps({ShutdownBoth, ReleaseNative});
+    NonBlocking(static_cast<SOCKET>(nativeSocket));
     return socket_table::Add(nativeSocket);
 }
 
-int SocketSend(SocketHandle socket, const void* data, int length) {
+int SocketSend(SocketHandle socket, const void* data, int length, int timeoutMilliseconds) {
     std::intptr_t native;
     if (!socket_table::Acquire(socket, &native)) {
         WSASetLastError(WSAENOTSOCK);
         return kSocketError;
     }
-    int n = ::send(static_cast<SOCKET>(native), static_cast<const char*>(data), length, 0);
-    int saved = WSAGetLastError();
+    const SOCKET s = static_cast<SOCKET>(native);
+    const auto deadline = Clock::now() + std::chrono::milliseconds(timeoutMilliseconds);
+    const auto* bytes = static_cast<const char*>(data);
+    int done = 0;
+    int error = 0;
+    while (done < length) {
+        const int n = ::send(s, bytes + done, length - done, 0);
+        if (n != SOCKET_ERROR) {
+            done += n;
+        } else if ((error = WSAGetLastError()) != WSAEWOULDBLOCK) {
+            break;
+        } else if (!WaitWritableOrClosed(socket, s, deadline)) {
+            error = WSAGetLastError();
+            break;
+        } else {
+            error = 0;
+        }
+    }
     socket_table::Release(socket);
-    WSASetLastError(saved);
-    return n == SOCKET_ERROR ? kSocketError : n;
+    WSASetLastError(error);
+    return error ? kSocketError : length;
 }
 
 int SocketReceive(SocketHandle socket, void* data, int length) {
@@ -131,14 +209,42 @@ void SocketClose(SocketHandle socket) {
 
 int SocketLastError() { return WSAGetLastError(); }
 
-SocketHandle SocketConnectTcp(const char* host, std::uint16_t port) {
+int SocketConnectNative(std::intptr_t nativeSocket, const void* address, int addressLength,
+                        int timeoutMilliseconds) {
+    const SOCKET s = static_cast<SOCKET>(nativeSocket);
+    NonBlocking(s);
+    if (::connect(s, static_cast<const sockaddr*>(address), addressLength) == 0) return 0;
+    const int error = WSAGetLastError();
+    if (error != WSAEWOULDBLOCK) return error;
+    fd_set writable, failed;
+    FD_ZERO(&writable);
+    FD_ZERO(&failed);
+    FD_SET(s, &writable);
+    FD_SET(s, &failed);
+    timeval tv{timeoutMilliseconds / 1000, (timeoutMilliseconds % 1000) * 1000};
+    const int rc = ::select(0, nullptr, &writable, &failed, &tv);
+    if (rc == 0) return WSAETIMEDOUT;
+    if (rc == SOCKET_ERROR) return WSAGetLastError();
+    int result = 0;
+    int size = sizeof result;
+    if (::getsockopt(s, SOL_SOCKET, SO_ERROR, reinterpret_cast<char*>(&result), &size) != 0) {
+        return WSAGetLastError();
+    }
+    if (result == 0 && FD_ISSET(s, &failed)) return WSAECONNREFUSED;
+    return result;
+}
+
+SocketHandle SocketConnectTcp(const char* host, std::uint16_t port, int timeoutMilliseconds) {
+    const auto deadline = Clock::now() + std::chrono::milliseconds(timeoutMilliseconds);
     sockaddr_in address;
-    if (!ResolveIpv4(host, &address)) return kInvalidSocket;
+    if (!ResolveIpv4(host, &address, timeoutMilliseconds)) return kInvalidSocket;
     address.sin_port = htons(port);
     SOCKET s = ::socket(AF_INET, SOCK_STREAM, IPPROTO_TCP);
     if (s == INVALID_SOCKET) return kInvalidSocket;
-    if (::connect(s, reinterpret_cast<sockaddr*>(&address), sizeof address) != 0) {
+    if (int error = SocketConnectNative(static_cast<std::intptr_t>(s), &address, sizeof address,
+                                        MillisecondsLeft(deadline))) {
         ::closesocket(s);
+        WSASetLastError(error);
         return kInvalidSocket;
     }
     NoDelay(s);
@@ -147,7 +253,7 @@ SocketHandle SocketConnectTcp(const char* host, std::uint16_t port) {
 
 SocketHandle SocketListenTcp(const char* address, std::uint16_t port, std::uint16_t* boundPort) {
     sockaddr_in local;
-    if (!ResolveIpv4(address, &local)) return kInvalidSocket;
+    if (!ResolveIpv4(address, &local, kListenResolveMilliseconds)) return kInvalidSocket;
     local.sin_port = htons(port);
     SOCKET s = ::socket(AF_INET, SOCK_STREAM, IPPROTO_TCP);
     if (s == INVALID_SOCKET) return kInvalidSocket;
@@ -181,7 +287,7 @@ int SocketPair(SocketHandle pair[2]) {
     std::uint16_t port = 0;
     SocketHandle listener = SocketListenTcp("127.0.0.1", 0, &port);
     if (listener == kInvalidSocket) return WSAGetLastError();
-    pair[0] = SocketConnectTcp("127.0.0.1", port);
+    pair[0] = SocketConnectTcp("127.0.0.1", port, kListenResolveMilliseconds);
     pair[1] = pair[0] == kInvalidSocket ? kInvalidSocket : SocketAccept(listener);
     SocketClose(listener);
     if (pair[1] == kInvalidSocket) {

@@ -52,7 +52,7 @@ protected:
     }
     // Connects a client and follows the identity, the settings and the panel in that order.
     void Connect() {
-        socket = plat::SocketConnectTcp("127.0.0.1", port);
+        socket = plat::SocketConnectTcp("127.0.0.1", port, 5000);
         ASSERT_NE(plat::kInvalidSocket, socket);
         ASSERT_EQ(0, LinkStart(socket, kWindow, kResultMessage));
         EXPECT_EQ(1, NextResult());

@@ -39,7 +39,7 @@ protected:
         if (server.joinable()) server.join();
         plat::SocketClose(listener);
     }
-    plat::SocketHandle Connect() { return plat::SocketConnectTcp("127.0.0.1", port); }
+    plat::SocketHandle Connect() { return plat::SocketConnectTcp("127.0.0.1", port, 5000); }
 
     plat::SocketHandle listener = plat::kInvalidSocket;
     std::uint16_t port = 0;

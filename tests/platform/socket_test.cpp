@@ -1,12 +1,16 @@
 #include "platform/socket.h"
 #include "platform/thread.h"
 #include "tests/support/recorders.h"
+#include "tests/support/wire_builder.h"
 
 #include <gtest/gtest.h>
 
 #include <atomic>
 #include <cstring>
+#include <memory>
 #include <string>
+#include <thread>
+#include <vector>
 
 using testing_support::WaitUntil;
 
@@ -21,34 +25,77 @@ struct Pair {
     }
 };
 
-struct BlockedReceive {
-    plat::SocketHandle socket;
+// A call on its own thread, its result kept (a shared state outlives a call that never ends).
+struct Blocked {
     std::atomic<int> result{-100};
     std::atomic<bool> started{false};
 };
 
-void ReceiveOnce(void* p) {
-    auto* b = static_cast<BlockedReceive*>(p);
-    char c;
-    b->started = true;
-    b->result = plat::SocketReceive(b->socket, &c, 1);
+template <typename Call>
+std::shared_ptr<Blocked> RunAside(Call call) {
+    auto state = std::make_shared<Blocked>();
+    std::thread([state, call] {
+        state->started = true;
+        state->result = call();
+    }).detach();
+    EXPECT_TRUE(WaitUntil([&] { return state->started.load(); }));
+    return state;
 }
 
 }  // namespace
 
-TEST(Socket, CloseWakesAReceiveBlockedInAnotherThread) {
+// Receives and sends, blocked in another thread, wake when the handle is closed; a send to a
+// peer that never reads gives up at its time.
+TEST(Socket, ClosingWakesBlockedCallsAndASendToAPeerThatNeverReadsGivesUp) {
     Pair pair;
-    BlockedReceive blocked{pair.s[0]};
-    ASSERT_EQ(0, plat::StartDetachedThread(ReceiveOnce, &blocked));
-    ASSERT_TRUE(WaitUntil([&] { return blocked.started.load(); }));
+    auto receive = RunAside([socket = pair.s[0]] {
+        char c;
+        return plat::SocketReceive(socket, &c, 1);
+    });
     plat::SleepMilliseconds(20);  // let it block inside recv
     plat::SocketClose(pair.s[0]);
-    ASSERT_TRUE(WaitUntil([&] { return blocked.result != -100; }))
+    ASSERT_TRUE(WaitUntil([&] { return receive->result != -100; }))
         << "the blocked receive never returned";
-    EXPECT_LE(blocked.result.load(), 0);
+    EXPECT_LE(receive->result.load(), 0);
     char c;
     EXPECT_EQ(plat::kSocketError, plat::SocketReceive(pair.s[0], &c, 1));
     pair.s[0] = plat::kInvalidSocket;
+
+    Pair quiet;
+    testing_support::FillUntilFull(quiet.s[0]);  // each try gave up at its time
+    auto send = RunAside([socket = quiet.s[0]] {
+        return plat::SocketSend(socket, "x", 1, 60000);
+    });
+    plat::SleepMilliseconds(20);
+    plat::SocketClose(quiet.s[0]);
+    ASSERT_TRUE(WaitUntil([&] { return send->result != -100; }))
+        << "the blocked send never returned";
+    EXPECT_EQ(plat::kSocketError, send->result.load());
+    quiet.s[0] = plat::kInvalidSocket;
+}
+
+// A listener whose queue is full drops new connections unanswered, as a silent device does.
+TEST(Socket, ConnectingGivesUpOnASilentDeviceAndOnANameThatCannotBeFound) {
+    std::uint16_t port = 0;
+    plat::SocketHandle listener = plat::SocketListenTcp("127.0.0.1", 0, &port);
+    ASSERT_NE(plat::kInvalidSocket, listener);
+    auto connect = RunAside([port] {
+        plat::SocketHandle s = plat::kInvalidSocket;
+        for (int i = 0; i < 64 && (s = plat::SocketConnectTcp("127.0.0.1", port, 300)) !=
+                                      plat::kInvalidSocket;
+             ++i) {
+            plat::SocketClose(s);  // the queue keeps the connection all the same
+        }
+        return s == plat::kInvalidSocket ? 1 : 0;
+    });
+    EXPECT_TRUE(WaitUntil([&] { return connect->result == 1; }, std::chrono::seconds(30)));
+    auto lookup = RunAside([] {
+        return plat::SocketConnectTcp("no-such-device.invalid", 7700, 2000) == plat::kInvalidSocket
+                   ? 1
+                   : 0;
+    });
+    EXPECT_TRUE(WaitUntil([&] { return lookup->result == 1; }, std::chrono::seconds(5)));
+    plat::SocketClose(listener);
 }
 
 TEST(Socket, AClosedHandleStaysDeadWhenNewSocketsAreMade) {
@@ -59,10 +106,10 @@ TEST(Socket, AClosedHandleStaysDeadWhenNewSocketsAreMade) {
     Pair second;  // may get the same native socket number
     EXPECT_NE(old, second.s[0]);
     EXPECT_NE(old, second.s[1]);
-    ASSERT_EQ(1, plat::SocketSend(second.s[1], "x", 1));
+    ASSERT_EQ(1, plat::SocketSend(second.s[1], "x", 1, 1000));
     char c;
     EXPECT_EQ(plat::kSocketError, plat::SocketReceive(old, &c, 1));
-    EXPECT_EQ(plat::kSocketError, plat::SocketSend(old, "y", 1));
+    EXPECT_EQ(plat::kSocketError, plat::SocketSend(old, "y", 1, 1000));
     EXPECT_EQ(1, plat::SocketReceive(second.s[0], &c, 1));
     EXPECT_EQ('x', c);
 }
@@ -70,7 +117,7 @@ TEST(Socket, AClosedHandleStaysDeadWhenNewSocketsAreMade) {
 TEST(Socket, UnknownHandlesFailQuietly) {
     char c = 0;
     EXPECT_EQ(plat::kSocketError, plat::SocketReceive(12345, &c, 1));
-    EXPECT_EQ(plat::kSocketError, plat::SocketSend(plat::kInvalidSocket, &c, 1));
+    EXPECT_EQ(plat::kSocketError, plat::SocketSend(plat::kInvalidSocket, &c, 1, 1000));
     plat::SocketClose(plat::kInvalidSocket);
     plat::SocketClose(777777);
 }

@@ -82,13 +82,18 @@ Bytes DrainPeer(plat::SocketHandle socket, int quietMilliseconds) {
 }
 
 bool SendPeer(plat::SocketHandle socket, const Bytes& bytes) {
-    std::size_t done = 0;
-    while (done < bytes.size()) {
-        int r = plat::SocketSend(socket, bytes.data() + done, static_cast<int>(bytes.size() - done));
-        if (r <= 0) return false;
-        done += static_cast<std::size_t>(r);
+    return plat::SocketSend(socket, bytes.data(), static_cast<int>(bytes.size()), 10000) !=
+           plat::kSocketError;
+}
+
+void FillUntilFull(plat::SocketHandle socket) {
+    // The system reports room only once a good part of its buffer is free: smaller and smaller
+    // pieces take the last of it.
+    const Bytes chunk(64 * 1024, 0x5A);
+    for (int size : {64 * 1024, 4096, 256, 16, 1}) {
+        while (plat::SocketSend(socket, chunk.data(), size, 100) != plat::kSocketError) {
+        }
     }
-    return true;
 }
 
 SocketPairFixture::SocketPairFixture() {

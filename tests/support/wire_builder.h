@@ -34,6 +34,8 @@ Bytes ReadPeer(plat::SocketHandle socket, std::size_t n, int timeoutMilliseconds
 // Whatever arrives within the quiet time (to check that nothing more was sent).
 Bytes DrainPeer(plat::SocketHandle socket, int quietMilliseconds = 50);
 bool SendPeer(plat::SocketHandle socket, const Bytes& bytes);
+// Sends on the socket until not one more byte fits: its peer plays a device that never reads.
+void FillUntilFull(plat::SocketHandle socket);
 
 // A connected pair: [0] for the link, [1] for the test's device.
 struct SocketPairFixture {
