@@ -4,10 +4,10 @@
 #include "app/device_table.h"
 #include "app/panel_screen.h"
 #include "link/link_client.h"
+#include "link/value_encoder.h"
 #include "model/control_store.h"
 #include "panel/win32/control_rows.h"
 #include "panel/win32/panel_timers.h"
-#include "platform/program_lock.h"
 #include "res/resource.h"
 #include "shell/view_messages.h"
 
@@ -20,12 +20,9 @@ struct HeldSection {
     int row = -1;
 };
 
-// The bottom-most row whose control is a section that is on. None when the store cannot be
-// had at once: a worker holds it for a device that stopped sending, and leaving must not wait.
+// The bottom-most row whose control is a section that is on.
 HeldSection FindHeldSection(HWND list) {
-    if (!plat::LockEnterWithin(plat::ProgramLock(), kLeaveWaitMs)) return {};
     ControlsHold hold;
-    plat::LockLeave(plat::ProgramLock());
     for (int row = ListView_GetItemCount(list) - 1; row >= 0; --row) {
         const std::uint32_t id = RowControlId(list, row);
         if (GetControlType(id) != kTypeSection) continue;
@@ -37,8 +34,14 @@ HeldSection FindHeldSection(HWND list) {
     return {};
 }
 
-// Stops the link, with its goodbye when that can be sent at once, and closes the socket.
+// Stops the link, with its goodbye when that can be sent at once, and closes the socket. A
+// stepped value still waiting for its timer goes out first, as quickly: it is the user's.
 void StopLink() {
+    if (PanelMarks().sendPending) {
+        PanelMarks().sendPending = false;
+        if (Shell().panelScreen) KillTimer(Shell().panelScreen, kSendTimer);
+        LinkSendPendingValues(kLeaveWaitMs);
+    }
     LinkStop();
     CloseDeviceSocket(Devices());
 }

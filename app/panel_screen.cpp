@@ -93,6 +93,7 @@ INT_PTR OnSetCursor(HWND dialog) {
 
 BOOL OnInitDialog(HWND dialog) {
     OnPanelReading(false);  // a screen that ended while a panel was read left it on
+    PanelMarks().sendPending = false;  // no send timer runs for a screen not yet open
     HCURSOR saved;
     BeginWaitCursor(&saved);
     Shell().panelScreen = dialog;

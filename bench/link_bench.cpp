@@ -92,7 +92,7 @@ void Quiet() {
 }
 
 // Payload bytes as a worker's source.
-std::int32_t Decode(std::int32_t (*decoder)(ReceiveSource&), const Bytes& payload) {
+DecodeStatus Decode(DecodeStatus (*decoder)(ReceiveSource&), const Bytes& payload) {
     MemoryInput input{payload.data(), payload.size()};
     ReceiveSource source = MemoryReceiveSource(&input);
     return decoder(source);
@@ -110,7 +110,7 @@ void BM_DecodePanel1000Records(benchmark::State& state) {
     LinkInit();
     Bytes payload = PanelPayload(1000);
     for (auto _ : state) {
-        if (Decode(DecodePanel, payload) != 0) state.SkipWithError("decode failed");
+        if (Decode(DecodePanel, payload) != DecodeStatus::kOk) state.SkipWithError("decode failed");
     }
     state.SetBytesProcessed(static_cast<int64_t>(state.iterations() * payload.size()));
     LinkShutdown();
@@ -121,7 +121,7 @@ void BM_Apply10000ValueItems(benchmark::State& state) {
     StartWithPanel(100);
     Bytes items = ValueItems(10000, 100);
     for (auto _ : state) {
-        if (Decode(DecodeValueUpdates, items) != 0) state.SkipWithError("apply failed");
+        if (Decode(DecodeValueUpdates, items) != DecodeStatus::kOk) state.SkipWithError("apply failed");
     }
     state.SetItemsProcessed(state.iterations() * 10000);
     LinkShutdown();

@@ -48,7 +48,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     if (size < 17) return 0;
     std::vector<std::uint8_t> body(data + 17, data + size);
     ControlRecord record;
-    if (DecodeRecord(body.data(), body.size(), record) != 0 || record.type != kTypeChart) {
+    if (DecodeRecord(body.data(), body.size(), record) != DecodeStatus::kOk || record.type != kTypeChart) {
         return 0;
     }
     dataview::ChartSettings settings;

@@ -10,7 +10,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     // A copy of exactly the body: reads past its end are caught.
     std::vector<std::uint8_t> body(data, data + size);
     ControlRecord record;
-    if (DecodeRecord(body.data(), body.size(), record) == 0) {
+    if (DecodeRecord(body.data(), body.size(), record) == DecodeStatus::kOk) {
         SwapInControls({record});
         std::size_t need = 0;
         GetControlValue(record.controlKey, nullptr, &need);

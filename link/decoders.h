@@ -1,14 +1,15 @@
-// The payload decoders of the receive worker. Each reads its payload from the worker's source
-// and returns 0, 6 when the link closed (LinkReceive), or another code on failure.
+// The payload decoders of the receive worker. Each reads its payload from the worker's source.
 #pragma once
 
 #include "link/receive_source.h"
+#include "link/status_codes.h"
 
 #include <cstdint>
 
-std::int32_t DecodeIdentity(ReceiveSource& source, std::uint16_t headerFlags);  // type 2
-std::int32_t DecodeSettings(ReceiveSource& source);                             // type 19
-std::int32_t DecodePanel(ReceiveSource& source);                                // type 6
-std::int32_t DecodeValueUpdates(ReceiveSource& source);                         // type 9
-std::int32_t DecodeLayoutUpdates(ReceiveSource& source);                        // type 16
-std::int32_t DecodeFiles(ReceiveSource& source);                                // type 17
+DecodeStatus DecodeIdentity(ReceiveSource& source, std::uint16_t headerFlags);  // type 2
+DecodeStatus DecodeSettings(ReceiveSource& source);                             // type 19
+DecodeStatus DecodePanel(ReceiveSource& source);                                // type 6
+DecodeStatus DecodeValueUpdates(ReceiveSource& source);                         // type 9
+DecodeStatus DecodeLayoutUpdates(ReceiveSource& source);                        // type 16
+// Type 17. When writing a file fails (kFileNotWritten), *systemError is the system's error.
+DecodeStatus DecodeFiles(ReceiveSource& source, int* systemError = nullptr);

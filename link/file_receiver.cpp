@@ -1,5 +1,9 @@
 // Files pushed by the device (type 17), streamed to disk through one 4096-byte buffer and
 // written only under the program's received-files folder.
+//
+// A transfer may stall for as long as the device likes, so it never holds the program lock
+// while it reads: the lock is taken only to look the control up and, at the end, to record the
+// stored path and the mark. The screen keeps answering meanwhile.
 #include "link/decoders.h"
 #include "link/limits.h"
 #include "link/link_client.h"
@@ -13,63 +17,90 @@
 
 namespace {
 
-constexpr std::int32_t kFileNotCreated = -10;
 constexpr std::size_t kChunk = 4096;
 
 // Copies size bytes from the link into the file.
-std::int32_t CopyContent(ReceiveSource& source, plat::FileHandle file, std::uint32_t size) {
+DecodeStatus CopyContent(ReceiveSource& source, plat::FileHandle file, std::uint32_t size,
+                         int* systemError) {
     std::uint8_t buffer[kChunk];
     std::uint32_t done = 0;
     while (done < size) {
         std::size_t chunk = std::min<std::size_t>(size - done, kChunk);
-        if (std::int32_t rc = LinkReceive(source, buffer, chunk)) return rc;
+        if (LinkReceive(source, buffer, chunk) != kLinkOk) return DecodeStatus::kClosed;
         if (plat::FileWrite(file, buffer, chunk) != static_cast<long>(chunk)) {
-            return plat::FileLastError();
+            if (systemError) *systemError = plat::FileLastError();
+            return DecodeStatus::kFileNotWritten;
         }
         done += static_cast<std::uint32_t>(chunk);
     }
-    return 0;
+    return DecodeStatus::kOk;
+}
+
+// The control's flags (0 when there is none: 8-bit names, and the files are written anyway).
+std::uint32_t FlagsOf(std::uint32_t key) {
+    ControlsHold hold;
+    const ControlRecord* r = FindControl(key);
+    return r ? r->flags : 0;
+}
+
+// The control has news: the first file of this message, when it was stored whole.
+void RecordReceived(std::uint32_t key, const std::u16string* firstPath) {
+    ControlsHold hold;
+    ControlRecord* r = FindControl(key);
+    if (!r) return;
+    MarkValueChanged(*r);
+    if (firstPath) {
+        r->receivedPath = *firstPath;
+        r->hasReceivedPath = true;
+    }
 }
 
 }  // namespace
 
-std::int32_t DecodeFiles(ReceiveSource& source) {
-    // The whole transfer holds the lock: no control changes until the files are written.
-    ControlsHold hold;
+DecodeStatus DecodeFiles(ReceiveSource& source, int* systemError) {
     std::uint32_t key, count;
-    if (std::int32_t rc = ReceiveWord(source, &key)) return rc;
-    std::uint32_t flags = 0;
-    if (ControlRecord* r = FindControl(key)) {
-        MarkValueChanged(*r);
-        flags = r->flags;
+    if (DecodeStatus rc = ReceiveWord(source, &key); rc != DecodeStatus::kOk) return rc;
+    const std::uint32_t flags = FlagsOf(key);
+    if (DecodeStatus rc = ReceiveWord(source, &count); rc != DecodeStatus::kOk) {
+        RecordReceived(key, nullptr);
+        return rc;
     }
-    if (std::int32_t rc = ReceiveWord(source, &count)) return rc;
     const std::int32_t files = static_cast<std::int32_t>(count);
     std::vector<std::uint8_t> nameBytes;
-    for (std::int32_t i = 0; i < files; ++i) {
+    std::u16string firstPath;
+    bool firstStored = false;
+    DecodeStatus status = DecodeStatus::kOk;
+    for (std::int32_t i = 0; i < files && status == DecodeStatus::kOk; ++i) {
         std::uint32_t nameLength, size;
-        if (std::int32_t rc = ReceiveWord(source, &nameLength)) return rc;
-        if (nameLength > limits::kMaxFileNameBytes) return kDecodeMalformed;
-        if (std::int32_t rc = ReceiveBytes(source, nameLength, &nameBytes)) return rc;
+        if ((status = ReceiveWord(source, &nameLength)) != DecodeStatus::kOk) break;
+        if (nameLength > limits::kMaxFileNameBytes) {
+            status = DecodeStatus::kMalformed;
+            break;
+        }
+        if ((status = ReceiveBytes(source, nameLength, &nameBytes)) != DecodeStatus::kOk) break;
         std::u16string sent = WireText(nameBytes.data(), nameBytes.size(), (flags & kFlagUtf16) != 0);
         sent = sent.substr(0, sent.find(u'\0'));
-        if (std::int32_t rc = ReceiveWord(source, &size)) return rc;
+        if ((status = ReceiveWord(source, &size)) != DecodeStatus::kOk) break;
 
-        std::u16string name = ReceivedFileName(sent);
-        std::u16string folder = name.empty() ? std::u16string() : plat::ReceivedFilesFolder();
-        if (folder.empty()) return kFileNotCreated;
+        const std::u16string name = ReceivedFileName(sent);
+        const std::u16string folder = name.empty() ? std::u16string() : plat::ReceivedFilesFolder();
+        if (folder.empty()) {
+            status = DecodeStatus::kFileNotCreated;
+            break;
+        }
         std::u16string path = plat::JoinPath(folder, name);
         plat::FileHandle file = plat::FileCreate(path);
-        if (file == plat::kInvalidFile) return kFileNotCreated;
-        std::int32_t rc = CopyContent(source, file, size);
-        if (rc == 0 && i == 0) {
-            if (ControlRecord* r = FindControl(key)) {
-                r->receivedPath = path;
-                r->hasReceivedPath = true;
-            }
+        if (file == plat::kInvalidFile) {
+            status = DecodeStatus::kFileNotCreated;
+            break;
         }
+        status = CopyContent(source, file, size, systemError);
         plat::FileClose(file);  // a partial file stays as it is
-        if (rc) return rc;
+        if (status == DecodeStatus::kOk && i == 0) {
+            firstPath = std::move(path);
+            firstStored = true;
+        }
     }
-    return 0;
+    RecordReceived(key, firstStored ? &firstPath : nullptr);
+    return status;
 }

@@ -3,75 +3,76 @@
 #include "link/decoders.h"
 #include "link/limits.h"
 #include "link/link_client.h"
+#include "link/payload_reader.h"
 #include "link/text_convert.h"
 #include "link/wire.h"
-#include "platform/program_lock.h"
 #include "model/device_settings.h"
+#include "platform/message_box.h"
+#include "platform/program_lock.h"
 
+#include <algorithm>
 #include <vector>
 
 namespace {
 
-// A counted text; false (with *code set) on a read failure or a length over the ceiling.
-bool ReadText(ReceiveSource& source, bool utf16, std::u16string* text, std::int32_t* code) {
-    std::uint8_t count[4];
-    if ((*code = LinkReceive(source, count, 4)) != 0) return false;
-    std::uint32_t n = bytes::Get32(count);
-    if (n > limits::kMaxIdentityText) {
-        *code = kDecodeMalformed;
-        return false;
-    }
-    std::vector<std::uint8_t> data(n);
-    if ((*code = LinkReceive(source, data.data(), n)) != 0) return false;
+// A counted text, up to its first zero.
+DecodeStatus ReadText(ReceiveSource& source, bool utf16, std::u16string* text) {
+    std::uint32_t n;
+    if (DecodeStatus rc = ReceiveWord(source, &n); rc != DecodeStatus::kOk) return rc;
+    if (n > limits::kMaxIdentityText) return DecodeStatus::kMalformed;
+    std::vector<std::uint8_t> data;
+    if (DecodeStatus rc = ReceiveBytes(source, n, &data); rc != DecodeStatus::kOk) return rc;
     *text = WireText(data.data(), n, utf16);
-    return true;
+    text->resize(std::min(text->size(), text->find(u'\0')));
+    return DecodeStatus::kOk;
 }
 
 }  // namespace
 
-std::int32_t DecodeIdentity(ReceiveSource& source, std::uint16_t headerFlags) {
+// Each text replaces the old one only once it has arrived whole: a broken message leaves the
+// last good panel name, so the panel's settings are not written under another key meanwhile.
+DecodeStatus DecodeIdentity(ReceiveSource& source, std::uint16_t headerFlags) {
     LinkClient& link = Link();
-    {
-        plat::ProgramLockHold hold;
-        link.panelId.clear();
-        link.panelIdPresent = false;
-        link.serverText.clear();
-        link.serverTextPresent = false;
-        SetSettingsPanelName(u"");
-    }
     link.sessionFlagB = (headerFlags & wire::kFlagNoSessionB) ? 0 : 1;
     link.sessionFlagA = (headerFlags & wire::kFlagNoPings) ? 0 : 1;
 
-    std::int32_t code;
-    std::u16string first, second;
-    if (!ReadText(source, (headerFlags & wire::kFlagIdentityUtf16) != 0, &first, &code)) {
-        return code;
-    }
+    std::u16string text;
+    const bool utf16 = (headerFlags & wire::kFlagIdentityUtf16) != 0;
+    if (DecodeStatus rc = ReadText(source, utf16, &text); rc != DecodeStatus::kOk) return rc;
     {
         plat::ProgramLockHold hold;
-        link.panelId = first.substr(0, first.find(u'\0'));
-        link.panelIdPresent = true;
+        link.panelId = text;
         // Settings are kept per panel name: from now on they are this panel's.
         SetSettingsPanelName(link.panelId);
     }
     link.sessionFlagC = (headerFlags & wire::kFlagStayOpen) ? 1 : 0;
-    if (!ReadText(source, true, &second, &code)) return code;
+    if (DecodeStatus rc = ReadText(source, true, &text); rc != DecodeStatus::kOk) return rc;
     plat::ProgramLockHold hold;
-    link.serverText = second.substr(0, second.find(u'\0'));
-    link.serverTextPresent = true;
-    return 0;
+    link.serverText = text;
+    return DecodeStatus::kOk;
 }
 
-std::int32_t DecodeSettings(ReceiveSource& source) {
-    std::uint8_t word[4];
-    if (std::int32_t rc = LinkReceive(source, word, 4)) return rc;
-    std::int32_t count = static_cast<std::int32_t>(bytes::Get32(word));
-    if (count > limits::kMaxSettingsRecords) return kDecodeMalformed;
-    for (std::int32_t i = 0; i < count; ++i) {
+// The records go to the store in one write. When the store refuses some (it holds only so many
+// values per panel and so many panels), the fault box says so once for the message.
+DecodeStatus DecodeSettings(ReceiveSource& source) {
+    std::uint32_t word;
+    if (DecodeStatus rc = ReceiveWord(source, &word); rc != DecodeStatus::kOk) return rc;
+    const std::int32_t count = static_cast<std::int32_t>(word);
+    if (count > limits::kMaxSettingsRecords) return DecodeStatus::kMalformed;
+    std::vector<StoredSetting> settings;
+    DecodeStatus status = DecodeStatus::kOk;
+    for (std::int32_t i = 0; i < count && status == DecodeStatus::kOk; ++i) {
         std::uint8_t record[12];
-        if (std::int32_t rc = LinkReceive(source, record, 12)) return rc;
-        WriteDeviceSetting(bytes::Get32(record), bytes::Get32(record + 4),
-                           bytes::Get32(record + 8));
+        status = LinkReceive(source, record, 12) == kLinkOk ? DecodeStatus::kOk
+                                                            : DecodeStatus::kClosed;
+        if (status == DecodeStatus::kOk) {
+            settings.push_back({bytes::Get32(record), bytes::Get32(record + 4),
+                                bytes::Get32(record + 8)});
+        }
     }
-    return 0;
+    // What arrived before a broken link is kept, as if written record by record.
+    if (std::int32_t error = WriteDeviceSettings(settings)) {
+        plat::ShowFaultBox(fault::kSettingsRefused, error);
+    }
+    return status;
 }

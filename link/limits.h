@@ -20,7 +20,3 @@ inline constexpr std::int32_t kMaxSettingsRecords = 4096;          // records of
 inline constexpr std::uint32_t kImageCeiling = 0x1000000;          // image data at or above: none
 
 }  // namespace limits
-
-// The code of a decoding failure: the device sent more than the client accepts, or a record
-// that contradicts itself.
-inline constexpr std::int32_t kDecodeMalformed = -1;

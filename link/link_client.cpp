@@ -8,6 +8,8 @@
 #include "platform/signal.h"
 #include "platform/thread.h"
 
+#include <cassert>
+#include <chrono>
 #include <climits>
 #include <cstring>
 #include <memory>
@@ -32,6 +34,26 @@ struct Connection {
 std::shared_ptr<Connection> g_connection;
 
 std::atomic<WorkerEndObserver> g_observer{nullptr};
+
+using Clock = std::chrono::steady_clock;
+
+unsigned MillisecondsLeft(Clock::time_point deadline) {
+    const auto left =
+        std::chrono::duration_cast<std::chrono::milliseconds>(deadline - Clock::now()).count();
+    return left <= 0 ? 0u : static_cast<unsigned>(left);
+}
+
+// Keeps the frames of the screen's thread and of the worker apart on the wire. It is not the
+// program lock: a sender waiting on a device that stopped reading holds up no one but other
+// senders.
+plat::Lock& SendLock() {
+    static plat::Lock* lock = [] {
+        auto* made = new plat::Lock;
+        plat::LockInit(*made);
+        return made;
+    }();
+    return *lock;
+}
 
 void ConnectionMain(void* argument) {
     std::shared_ptr<Connection> connection = *static_cast<std::shared_ptr<Connection>*>(argument);
@@ -79,9 +101,7 @@ std::int32_t LinkInit() {
     if (g_link.initialised) return kLinkOk;
     plat::ProgramLockHold hold;
     g_link.panelId = u"Tremolanth";
-    g_link.panelIdPresent = true;
     g_link.serverText.clear();
-    g_link.serverTextPresent = false;
     SetSettingsPanelName(g_link.panelId);
     g_link.initialised = 1;
     return kLinkOk;
@@ -92,9 +112,7 @@ std::int32_t LinkShutdown() {
     if (g_link.socket != plat::kInvalidSocket) LinkClose();
     plat::ProgramLockHold hold;
     g_link.panelId.clear();
-    g_link.panelIdPresent = false;
     g_link.serverText.clear();
-    g_link.serverTextPresent = false;
     SetSettingsPanelName(u"");
     g_link.initialised = 0;
     return kLinkOk;
@@ -130,18 +148,33 @@ std::int32_t LinkStartReceiver(plat::WindowRef window, unsigned message) {
     return kLinkOk;
 }
 
-std::int32_t LinkSend(const void* buffer, std::size_t count) {
-    plat::SocketHandle socket = g_link.socket;
+std::int32_t LinkSendFrameOn(plat::SocketHandle socket, const void* frame, std::size_t count,
+                             unsigned timeoutMs) {
+    // Waiting on the device under the program lock would freeze the screen behind it.
+    assert(!plat::ProgramLockHeldHere() && "a frame sent under the program lock");
     if (socket == plat::kInvalidSocket) return kLinkNoSocket;
-    int length = count > INT_MAX ? INT_MAX : static_cast<int>(count);
-    if (plat::SocketSend(socket, buffer, length) == plat::kSocketError) return kLinkSendFailed;
+    if (count > INT_MAX) return kLinkSendFailed;
+    const auto deadline = Clock::now() + std::chrono::milliseconds(timeoutMs);
+    // Another sender stuck for the whole time breaks the link itself.
+    if (!plat::LockEnterWithin(SendLock(), timeoutMs)) return kLinkSendFailed;
+    const int sent = plat::SocketSend(socket, frame, static_cast<int>(count),
+                                      static_cast<int>(MillisecondsLeft(deadline)));
+    plat::LockLeave(SendLock());
+    if (sent == plat::kSocketError) {
+        // Part of a frame may be out: the stream is beyond repair.
+        plat::SocketClose(socket);
+        return kLinkSendFailed;
+    }
     return kLinkOk;
+}
+
+std::int32_t LinkSend(const void* frame, std::size_t count, unsigned timeoutMs) {
+    return LinkSendFrameOn(g_link.socket, frame, count, timeoutMs);
 }
 
 std::int32_t LinkSendControlFrame(std::uint16_t type) {
     std::uint8_t head[20];
     BuildFrameHead(head, type, wire::kFlagsOutbound);
-    plat::ProgramLockHold hold;
     return LinkSend(head, sizeof head);
 }
 
@@ -177,38 +210,24 @@ std::int32_t LinkSendPing() {
         return kLinkPingUnanswered;
     }
     g_link.pingPending = 1;
-    if (!plat::LockEnterWithin(plat::ProgramLock(), kLeaveWaitMs)) return kLinkOk;
-    std::uint8_t head[20];
-    BuildFrameHead(head, wire::kOutPing, wire::kFlagsOutbound);
-    std::int32_t rc = LinkSend(head, sizeof head);
-    plat::LockLeave(plat::ProgramLock());
-    return rc;
+    return LinkSendControlFrame(wire::kOutPing);
 }
 
 std::int32_t LinkStop(unsigned waitMs) {
     const plat::SocketHandle socket = g_link.socket;
     if (socket == plat::kInvalidSocket) return kLinkNoSocket;
-    std::int32_t rc = kLinkSendFailed;
-    if (plat::LockEnterWithin(plat::ProgramLock(), waitMs)) {
-        std::uint8_t head[20];
-        BuildFrameHead(head, wire::kOutGoodbye, wire::kFlagsOutbound);
-        rc = LinkSend(head, sizeof head);
-        plat::LockLeave(plat::ProgramLock());
-    } else {
-        plat::SocketClose(socket);
-    }
+    std::uint8_t head[20];
+    BuildFrameHead(head, wire::kOutGoodbye, wire::kFlagsOutbound);
+    const std::int32_t rc = LinkSend(head, sizeof head, waitMs);  // a failure closes the socket
     LinkClose();
     return rc;
 }
 
 std::int32_t LinkSendDefaultLayout(std::uint32_t value) {
-    std::uint8_t head[20], payload[4];
-    BuildFrameHead(head, wire::kOutDefaultLayout, wire::kFlagsOutbound);
-    bytes::Put32(payload, value);
-    plat::ProgramLockHold hold;
-    std::int32_t rc = LinkSend(head, sizeof head);
-    if (rc == kLinkOk) rc = LinkSend(payload, sizeof payload);
-    return rc;
+    std::uint8_t frame[24];
+    BuildFrameHead(frame, wire::kOutDefaultLayout, wire::kFlagsOutbound);
+    bytes::Put32(frame + 20, value);
+    return LinkSend(frame, sizeof frame);
 }
 
 std::int32_t LinkReceive(ReceiveSource& source, void* buffer, std::size_t count) {

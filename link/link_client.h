@@ -1,12 +1,11 @@
 // The one link to the remote device: its socket, the program lock, the device's identity
 // texts, session flags, worker state and last result.
 //
-// Status codes: 0 success; -1 a link is already open; -2 no link; -3 the socket failed on
-// send; -6 LinkInit was never called; -7 the receive thread could not start; -8 ping not
-// answered; 6 the link closed during a read.
+// Its status codes are the link's own set (link/status_codes.h).
 #pragma once
 
 #include "link/receive_source.h"
+#include "link/status_codes.h"
 #include "platform/socket.h"
 #include "platform/types.h"
 
@@ -14,15 +13,6 @@
 #include <cstddef>
 #include <cstdint>
 #include <string>
-
-inline constexpr std::int32_t kLinkOk = 0;
-inline constexpr std::int32_t kLinkAlreadyOpen = -1;
-inline constexpr std::int32_t kLinkNoSocket = -2;
-inline constexpr std::int32_t kLinkSendFailed = -3;
-inline constexpr std::int32_t kLinkNotInitialised = -6;
-inline constexpr std::int32_t kLinkThreadFailed = -7;  // the receive thread could not start
-inline constexpr std::int32_t kLinkPingUnanswered = -8;
-inline constexpr std::int32_t kLinkClosed = 6;
 
 inline constexpr unsigned kResultMessage = 0x8000;  // the panel screen's link-result message
 // Around the reading of a panel description, so the screen can show the wait cursor.
@@ -32,12 +22,10 @@ inline constexpr unsigned kPanelReadMessage = 0x8003;
 struct LinkClient {
     std::atomic<plat::SocketHandle> socket{plat::kInvalidSocket};
     std::atomic<std::uint8_t> initialised{0};
-    // Identity texts (guarded by the program lock, the worker replaces them); "present" tells them from a
-    // text that is null, as after a failed identity read.
+    // Identity texts (guarded by the program lock; the worker replaces each once it has
+    // arrived whole).
     std::u16string panelId;
-    bool panelIdPresent = false;
     std::u16string serverText;
-    bool serverTextPresent = false;
     // Workers reading a message (one, but for a stale one of an earlier link still ending).
     std::atomic<int> workerRunning{0};
     std::atomic<unsigned> resultMessage{0};
@@ -59,21 +47,29 @@ std::int32_t LinkRequestPanel();
 std::int32_t LinkRestart();
 std::int32_t LinkDisconnect(std::uint8_t notifyDevice);
 
-// Ends the link on leaving, within a bounded time: the goodbye goes out when the lock can be
-// had within waitMs; otherwise a worker holds it, waiting on a device that stopped sending, so
-// the socket is closed first (which ends the worker) and the goodbye is skipped. The link is
+// Ends the link on leaving, within a bounded time: the goodbye goes out when it can be sent
+// within waitMs; otherwise the device stopped reading (or a sender is stuck on it), so the
+// socket is closed, which wakes whoever waits on it, and the goodbye is skipped. The link is
 // closed either way. Returns the goodbye's send status (-3 when it was skipped).
 inline constexpr unsigned kLeaveWaitMs = 250;
 std::int32_t LinkStop(unsigned waitMs = kLeaveWaitMs);
 std::int32_t LinkClose();
-// Sends a ping, or -8 when the last one was never answered. When a worker holds the lock
-// (a long transfer, or a device that stopped sending) the ping is not sent but counts as
-// outstanding, so a link that stays stuck fails at the next ping.
+// Sends a ping, or -8 when the last one was never answered.
 std::int32_t LinkSendPing();
 std::int32_t LinkSendDefaultLayout(std::uint32_t value);
 
-// The send primitive: one send call with the whole buffer. Callers hold the lock.
-std::int32_t LinkSend(const void* buffer, std::size_t count);
+// How long a device may leave a frame unread before the link counts as broken.
+inline constexpr unsigned kSendTimeoutMs = 3000;
+
+// The send primitive: one whole frame, under the link's send lock so that the bytes of two
+// frames never interleave, and never under the program lock (callers must not hold it: the
+// screen may not wait on the device). A frame that cannot be sent within the time, or a
+// connection that failed, closes the socket: every call waiting on it wakes, and the link is
+// as broken as it is. 0, -2 without a link, -3 when sending failed.
+std::int32_t LinkSend(const void* frame, std::size_t count, unsigned timeoutMs = kSendTimeoutMs);
+// The same, to a given socket (a worker replying on the connection it reads).
+std::int32_t LinkSendFrameOn(plat::SocketHandle socket, const void* frame, std::size_t count,
+                             unsigned timeoutMs);
 
 // The receive primitive: exactly count bytes, or 6 when the source ended.
 std::int32_t LinkReceive(ReceiveSource& source, void* buffer, std::size_t count);
@@ -85,7 +81,7 @@ bool LinkIsOpen();
 
 // Builds the 20-byte head of an outbound frame.
 void BuildFrameHead(std::uint8_t head[20], std::uint16_t type, std::uint16_t flags);
-// Sends a head-only frame of the given type under the lock.
+// Sends a head-only frame of the given type.
 std::int32_t LinkSendControlFrame(std::uint16_t type);
 
 // How a receive worker's message ended: reported to the window (a result, or -1 after an

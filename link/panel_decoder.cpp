@@ -8,10 +8,10 @@
 
 #include <vector>
 
-std::int32_t DecodePanel(ReceiveSource& source) {
+DecodeStatus DecodePanel(ReceiveSource& source) {
     std::uint32_t count;
-    if (std::int32_t rc = ReceiveWord(source, &count)) return rc;
-    if (count > limits::kMaxRecords) return kDecodeMalformed;
+    if (DecodeStatus rc = ReceiveWord(source, &count); rc != DecodeStatus::kOk) return rc;
+    if (count > limits::kMaxRecords) return DecodeStatus::kMalformed;
     // Grown record by record: a count the device does not follow with records costs nothing.
     std::vector<ControlRecord> staging;
     std::vector<std::uint8_t> body;
@@ -19,14 +19,19 @@ std::int32_t DecodePanel(ReceiveSource& source) {
     for (std::uint32_t i = 0; i < count; ++i) {
         ControlRecord& record = staging.emplace_back();
         std::uint32_t length;
-        if (std::int32_t rc = ReceiveWord(source, &length)) return rc;
+        if (DecodeStatus rc = ReceiveWord(source, &length); rc != DecodeStatus::kOk) return rc;
         total += length;
         if (length > limits::kMaxRecordBytes || total > limits::kMaxPanelBytes) {
-            return kDecodeMalformed;
+            return DecodeStatus::kMalformed;
         }
-        if (std::int32_t rc = ReceiveBytes(source, length, &body)) return rc;
-        if (std::int32_t rc = DecodeRecord(body.data(), body.size(), record)) return rc;
+        if (DecodeStatus rc = ReceiveBytes(source, length, &body); rc != DecodeStatus::kOk) {
+            return rc;
+        }
+        if (DecodeStatus rc = DecodeRecord(body.data(), body.size(), record);
+            rc != DecodeStatus::kOk) {
+            return rc;
+        }
     }
     SwapInControls(std::move(staging));
-    return 0;
+    return DecodeStatus::kOk;
 }

@@ -5,21 +5,23 @@
 
 #include <algorithm>
 
-std::int32_t ReceiveWord(ReceiveSource& source, std::uint32_t* word) {
+DecodeStatus ReceiveWord(ReceiveSource& source, std::uint32_t* word) {
     std::uint8_t b[4];
-    if (std::int32_t rc = LinkReceive(source, b, 4)) return rc;
+    if (LinkReceive(source, b, 4) != kLinkOk) return DecodeStatus::kClosed;
     *word = bytes::Get32(b);
-    return 0;
+    return DecodeStatus::kOk;
 }
 
-std::int32_t ReceiveBytes(ReceiveSource& source, std::size_t n, std::vector<std::uint8_t>* out) {
+DecodeStatus ReceiveBytes(ReceiveSource& source, std::size_t n, std::vector<std::uint8_t>* out) {
     constexpr std::size_t kStep = 64 * 1024;
     out->clear();
     while (out->size() < n) {
         std::size_t done = out->size();
         std::size_t chunk = std::min(kStep, n - done);
         out->resize(done + chunk);
-        if (std::int32_t rc = LinkReceive(source, out->data() + done, chunk)) return rc;
+        if (LinkReceive(source, out->data() + done, chunk) != kLinkOk) {
+            return DecodeStatus::kClosed;
+        }
     }
-    return 0;
+    return DecodeStatus::kOk;
 }

@@ -2,14 +2,15 @@
 #pragma once
 
 #include "link/receive_source.h"
+#include "link/status_codes.h"
 
 #include <cstddef>
 #include <cstdint>
 #include <vector>
 
-// A 32-bit little-endian word; 0 or the receive status.
-std::int32_t ReceiveWord(ReceiveSource& source, std::uint32_t* word);
+// A 32-bit little-endian word.
+DecodeStatus ReceiveWord(ReceiveSource& source, std::uint32_t* word);
 
 // n bytes into out. The buffer grows as the bytes arrive, so a length the device never
 // sends is never allocated up front.
-std::int32_t ReceiveBytes(ReceiveSource& source, std::size_t n, std::vector<std::uint8_t>* out);
+DecodeStatus ReceiveBytes(ReceiveSource& source, std::size_t n, std::vector<std::uint8_t>* out);

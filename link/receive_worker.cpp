@@ -4,7 +4,6 @@
 #include "link/link_results.h"
 #include "link/bytes.h"
 #include "link/wire.h"
-#include "platform/program_lock.h"
 #include "platform/message_box.h"
 #include "platform/post.h"
 
@@ -16,14 +15,12 @@ namespace {
 
 // Replies go to the socket this worker reads, and only while the link still holds it.
 std::int32_t Reply(const ReceiveSource& source, std::uint16_t type) {
-    std::uint8_t head[20];
-    BuildFrameHead(head, type, wire::kFlagsOutbound);
-    LinkClient& link = Link();
-    plat::ProgramLockHold hold;
-    if (source.socket == plat::kInvalidSocket || link.socket != source.socket) {
+    if (source.socket == plat::kInvalidSocket || Link().socket != source.socket) {
         return kLinkNoSocket;
     }
-    return LinkSend(head, sizeof head);
+    std::uint8_t head[20];
+    BuildFrameHead(head, type, wire::kFlagsOutbound);
+    return LinkSendFrameOn(source.socket, head, sizeof head, kSendTimeoutMs);
 }
 
 WorkerOutcome Finish(plat::WindowRef window) {
@@ -42,11 +39,11 @@ WorkerOutcome Fail(plat::WindowRef window, fault::Site site, long value) {
 }
 
 // The screen shows the wait cursor while a panel description is being read.
-std::int32_t ReadPanel(ReceiveSource& source, plat::WindowRef window) {
+DecodeStatus ReadPanel(ReceiveSource& source, plat::WindowRef window) {
     plat::PostToWindow(window, kPanelReadingMessage);
-    std::int32_t code = DecodePanel(source);
+    DecodeStatus status = DecodePanel(source);
     plat::PostToWindow(window, kPanelReadMessage);
-    return code;
+    return status;
 }
 
 }  // namespace
@@ -71,9 +68,15 @@ WorkerOutcome RunReceiveWorker(ReceiveSource& source, plat::WindowRef window) {
     const bool ackWanted = (flags & wire::kFlagAckWanted) != 0;
 
     // Types whose decoder decides the result, and whose success may be acknowledged.
-    auto decoded = [&](std::int32_t code, fault::Site failSite, LinkResult result) {
-        if (code == kLinkClosed) return EndSilently();
-        if (code != 0) return Fail(window, failSite, code);
+    // A failed file write shows the system's error; every other failure its own code.
+    auto decoded = [&](DecodeStatus status, fault::Site failSite, LinkResult result,
+                       int systemError = 0) {
+        if (status == DecodeStatus::kClosed) return EndSilently();
+        if (status != DecodeStatus::kOk) {
+            return Fail(window, failSite,
+                        status == DecodeStatus::kFileNotWritten ? systemError
+                                                                : static_cast<long>(status));
+        }
         if (ackWanted) Reply(source, wire::kOutAck);
         link.lastResult = result;
         return Finish(window);
@@ -109,13 +112,14 @@ WorkerOutcome RunReceiveWorker(ReceiveSource& source, plat::WindowRef window) {
     case wire::kInLayout:
         return decoded(DecodeLayoutUpdates(source), fault::kLayoutFailed, kResultLayouts);
     case wire::kInFiles: {
-        std::int32_t code = DecodeFiles(source);
-        if (code == kLinkClosed) {
+        int systemError = 0;
+        const DecodeStatus status = DecodeFiles(source, &systemError);
+        if (status == DecodeStatus::kClosed) {
             // The file transfer reports a broken link, then ends like the others.
-            plat::ShowFaultBox(fault::kFileLinkClosed, code);
+            plat::ShowFaultBox(fault::kFileLinkClosed, static_cast<long>(status));
             return EndSilently();
         }
-        return decoded(code, fault::kFileFailed, kResultFiles);
+        return decoded(status, fault::kFileFailed, kResultFiles, systemError);
     }
     case wire::kInSettings:
         DecodeSettings(source);

@@ -37,10 +37,10 @@ void LabelAndBackground(Context& c, std::uint32_t fallback) {
 }
 
 // Text and Message: the initial text, then the buffer sized by "m".
-std::int32_t DecodeTextual(Context& c) {
-    if (!c.body.Has(kSizeAt, 4)) return kDecodeMalformed;
+DecodeStatus DecodeTextual(Context& c) {
+    if (!c.body.Has(kSizeAt, 4)) return DecodeStatus::kMalformed;
     std::uint32_t s = c.body.Word(kSizeAt);
-    if (!c.body.Has(kValueAt, s)) return kDecodeMalformed;
+    if (!c.body.Has(kValueAt, s)) return DecodeStatus::kMalformed;
     const std::uint8_t* initial = c.body.data + kValueAt;
     if (c.utf16) {
         c.r.text.Resize(s);
@@ -49,39 +49,39 @@ std::int32_t DecodeTextual(Context& c) {
         c.r.text.Resize(2 * static_cast<std::size_t>(s));
         CodePageTextInto(initial, s, c.r.text.Units(), s);
     }
-    if (!Attributes(c, kValueAt + s)) return kDecodeMalformed;
+    if (!Attributes(c, kValueAt + s)) return DecodeStatus::kMalformed;
     c.r.label = c.attributes.SingleText('Z', c.utf16);
     if (c.attributes.Has('m')) {
         std::uint32_t m = c.attributes.Word('m', 0);
-        if (m > limits::kMaxTextBytes) return kDecodeMalformed;
+        if (m > limits::kMaxTextBytes) return DecodeStatus::kMalformed;
         c.r.maxLength = m;
         // The UTF-16 buffer is m bytes, the 8-bit one m characters: not doubled, deliberately.
         c.r.text.Resize(c.utf16 ? m : 2 * static_cast<std::size_t>(m));
     } else {
         plat::ShowFaultBox(fault::kTextWithoutMaximum, 0);
     }
-    return 0;
+    return DecodeStatus::kOk;
 }
 
 // Button, Check Box, Section, Password: one byte at offset 14.
-std::int32_t DecodeOneByte(Context& c, std::uint8_t* slot, std::uint32_t background) {
-    if (!c.body.Has(kValueAt, 1)) return kDecodeMalformed;
+DecodeStatus DecodeOneByte(Context& c, std::uint8_t* slot, std::uint32_t background) {
+    if (!c.body.Has(kValueAt, 1)) return DecodeStatus::kMalformed;
     *slot = c.body.Byte(kValueAt);
-    if (!Attributes(c, kValueAt + 1)) return kDecodeMalformed;
+    if (!Attributes(c, kValueAt + 1)) return DecodeStatus::kMalformed;
     LabelAndBackground(c, background);
-    return 0;
+    return DecodeStatus::kOk;
 }
 
-std::int32_t DecodeDateTime(Context& c) {
-    if (!c.body.Has(kSizeAt, 4)) return kDecodeMalformed;
+DecodeStatus DecodeDateTime(Context& c) {
+    if (!c.body.Has(kSizeAt, 4)) return DecodeStatus::kMalformed;
     std::uint32_t size = c.body.Word(kSizeAt);
     if (size != 8) {
         plat::ShowFaultBox(fault::kDateTimeSize, static_cast<long>(size));
-        return 0;  // only the common part is kept
+        return DecodeStatus::kOk;  // only the common part is kept
     }
-    if (!c.body.Has(kValueAt, 8)) return kDecodeMalformed;
+    if (!c.body.Has(kValueAt, 8)) return DecodeStatus::kMalformed;
     std::memcpy(&c.r.dateTime, c.body.data + kValueAt, 8);
-    if (!Attributes(c, kValueAt + 8)) return kDecodeMalformed;
+    if (!Attributes(c, kValueAt + 8)) return DecodeStatus::kMalformed;
     LabelAndBackground(c, (c.r.flags & kFlagVariant) ? kGrey : kWhite);
     if (c.attributes.Has('f')) {
         c.r.format = c.attributes.SingleText('f', c.utf16);
@@ -89,16 +89,16 @@ std::int32_t DecodeDateTime(Context& c) {
     } else {
         plat::ShowFaultBox(fault::kDateTimeWithoutFormat, 0);
     }
-    return 0;
+    return DecodeStatus::kOk;
 }
 
-std::int32_t DecodeNumber(Context& c) {
-    if (!c.body.Has(kSizeAt, 4)) return kDecodeMalformed;
+DecodeStatus DecodeNumber(Context& c) {
+    if (!c.body.Has(kSizeAt, 4)) return DecodeStatus::kMalformed;
     std::uint32_t size = c.body.Word(kSizeAt);
     if (size != 4) plat::ShowFaultBox(fault::kNumberSize, static_cast<long>(size));
-    if (!c.body.Has(kValueAt, 4)) return kDecodeMalformed;
+    if (!c.body.Has(kValueAt, 4)) return DecodeStatus::kMalformed;
     c.r.rawValue = static_cast<std::int32_t>(c.body.Word(kValueAt));
-    if (!Attributes(c, kValueAt + 4)) return kDecodeMalformed;
+    if (!Attributes(c, kValueAt + 4)) return DecodeStatus::kMalformed;
     LabelAndBackground(c, (c.r.flags & kFlagVariant) ? kGrey : kWhite);
     if (c.attributes.Has('f')) {
         c.r.format = c.attributes.SingleText('f', c.utf16);
@@ -108,7 +108,7 @@ std::int32_t DecodeNumber(Context& c) {
     c.r.maximum = static_cast<std::int32_t>(c.attributes.Word('x', 0));
     c.r.decimals = static_cast<std::int8_t>(c.attributes.Byte('d', 0));
     c.r.exponent = static_cast<std::int8_t>(c.attributes.Byte('m', 0));
-    return 0;
+    return DecodeStatus::kOk;
 }
 
 std::size_t ElementWidth(std::uint32_t flags) {
@@ -120,11 +120,11 @@ std::size_t ElementWidth(std::uint32_t flags) {
     }
 }
 
-std::int32_t DecodeChart(Context& c) {
-    if (!c.body.Has(kSizeAt, 4)) return kDecodeMalformed;
+DecodeStatus DecodeChart(Context& c) {
+    if (!c.body.Has(kSizeAt, 4)) return DecodeStatus::kMalformed;
     std::uint32_t s = c.body.Word(kSizeAt);
-    if (!c.body.Has(kValueAt, s)) return kDecodeMalformed;
-    if (!Attributes(c, kValueAt + s)) return kDecodeMalformed;
+    if (!c.body.Has(kValueAt, s)) return DecodeStatus::kMalformed;
+    if (!Attributes(c, kValueAt + s)) return DecodeStatus::kMalformed;
     LabelAndBackground(c, kGrey);
     ChartData& chart = c.r.chart;
     chart.sampleUnits = c.attributes.SingleText('f', c.utf16);
@@ -141,7 +141,7 @@ std::int32_t DecodeChart(Context& c) {
     // The block: the numeric table, the sample array, then the row counter.
     std::uint64_t table = static_cast<std::uint64_t>(chart.seriesCount) * chart.rowCapacity *
                           ElementWidth(c.r.flags);
-    if (table > limits::kMaxChartTable || table + 4 > s) return kDecodeMalformed;
+    if (table > limits::kMaxChartTable || table + 4 > s) return DecodeStatus::kMalformed;
     const std::uint8_t* block = c.body.data + kValueAt;
     chart.table.assign(block, block + table);
     std::size_t textBytes = s - static_cast<std::size_t>(table) - 4;
@@ -154,38 +154,38 @@ std::int32_t DecodeChart(Context& c) {
         chart.textPart.assign(text, text + textBytes);
     }
     chart.trailingWord = bytes::Get32(block + s - 4);
-    return 0;
+    return DecodeStatus::kOk;
 }
 
-std::int32_t DecodePassword(Context& c) {
-    if (!c.body.Has(kSizeAt, 4)) return kDecodeMalformed;
+DecodeStatus DecodePassword(Context& c) {
+    if (!c.body.Has(kSizeAt, 4)) return DecodeStatus::kMalformed;
     std::uint32_t size = c.body.Word(kSizeAt);
     if (size != 1) {
         plat::ShowFaultBox(fault::kPasswordSize, static_cast<long>(size));
-        return 0;  // the record ends there
+        return DecodeStatus::kOk;  // the record ends there
     }
     return DecodeOneByte(c, &c.r.loggedInByte, kWhite);
 }
 
-std::int32_t DecodeList(Context& c) {
-    if (!c.body.Has(kSizeAt, 4)) return kDecodeMalformed;
+DecodeStatus DecodeList(Context& c) {
+    if (!c.body.Has(kSizeAt, 4)) return DecodeStatus::kMalformed;
     std::uint32_t size = c.body.Word(kSizeAt);
     if (size != 4) plat::ShowFaultBox(fault::kListSize, static_cast<long>(size));
-    if (!c.body.Has(kValueAt, 4) || !c.body.Has(kValueAt, size)) return kDecodeMalformed;
+    if (!c.body.Has(kValueAt, 4) || !c.body.Has(kValueAt, size)) return DecodeStatus::kMalformed;
     c.r.selectedIndex = static_cast<std::int32_t>(c.body.Word(kValueAt));
-    if (!Attributes(c, kValueAt + size)) return kDecodeMalformed;
+    if (!Attributes(c, kValueAt + size)) return DecodeStatus::kMalformed;
     LabelAndBackground(c, kWhite);
     c.r.items = c.attributes.Text('I', c.utf16);
     c.r.itemCount = c.attributes.Word('n', 0);
-    return 0;
+    return DecodeStatus::kOk;
 }
 
 // Blob and Image: counted bytes at offset 14, then the attributes.
-std::int32_t DecodeData(Context& c, bool image) {
-    if (!c.body.Has(kSizeAt, 4)) return kDecodeMalformed;
+DecodeStatus DecodeData(Context& c, bool image) {
+    if (!c.body.Has(kSizeAt, 4)) return DecodeStatus::kMalformed;
     std::uint32_t s = c.body.Word(kSizeAt);
     if (image && s >= limits::kImageCeiling) s = 0;
-    if (!c.body.Has(kValueAt, s)) return kDecodeMalformed;
+    if (!c.body.Has(kValueAt, s)) return DecodeStatus::kMalformed;
     const std::uint8_t* data = c.body.data + kValueAt;
     if (image || c.utf16) {
         c.r.data.assign(data, data + s);
@@ -195,29 +195,29 @@ std::int32_t DecodeData(Context& c, bool image) {
         std::memcpy(c.r.data.data(), text.data(), std::min(text.size() * 2, c.r.data.size()));
     }
     c.r.dataLength = c.r.dataCapacity = static_cast<std::uint32_t>(c.r.data.size());
-    if (!Attributes(c, kValueAt + s)) return kDecodeMalformed;
+    if (!Attributes(c, kValueAt + s)) return DecodeStatus::kMalformed;
     LabelAndBackground(c, kGrey);
     if (!image) {
         c.r.blobN = c.attributes.Word('n', 0);
         c.r.blobM = c.attributes.Word('m', 0);
     }
-    return 0;
+    return DecodeStatus::kOk;
 }
 
-std::int32_t DecodeFilesRecord(Context& c) {
-    if (!c.body.Has(kSizeAt, 4)) return kDecodeMalformed;
+DecodeStatus DecodeFilesRecord(Context& c) {
+    if (!c.body.Has(kSizeAt, 4)) return DecodeStatus::kMalformed;
     std::uint32_t s = c.body.Word(kSizeAt);
-    if (!c.body.Has(kValueAt, s)) return kDecodeMalformed;  // skipped, but must be there
-    if (!Attributes(c, kValueAt + s)) return kDecodeMalformed;
+    if (!c.body.Has(kValueAt, s)) return DecodeStatus::kMalformed;  // skipped, but must be there
+    if (!Attributes(c, kValueAt + s)) return DecodeStatus::kMalformed;
     LabelAndBackground(c, kGrey);
-    return 0;
+    return DecodeStatus::kOk;
 }
 
 }  // namespace
 
-std::int32_t DecodeRecord(const std::uint8_t* body, std::size_t size, ControlRecord& out) {
+DecodeStatus DecodeRecord(const std::uint8_t* body, std::size_t size, ControlRecord& out) {
     out = ControlRecord{};
-    if (size < kSizeAt) return kDecodeMalformed;
+    if (size < kSizeAt) return DecodeStatus::kMalformed;
     Context c{{body, size}, out, false, {}};
     out.flags = bytes::Get32(body + kFlagsAt);
     out.controlKey = bytes::Get32(body + kKeyAt);
@@ -225,18 +225,20 @@ std::int32_t DecodeRecord(const std::uint8_t* body, std::size_t size, ControlRec
     switch (bytes::Get16(body)) {
     case wire::kTagText:
         out.type = kTypeText;
-        if (std::int32_t rc = DecodeTextual(c)) return rc;
+        if (DecodeStatus rc = DecodeTextual(c); rc != DecodeStatus::kOk) return rc;
         out.background = c.attributes.Word('c', kWhite);
-        return 0;
+        return DecodeStatus::kOk;
     case wire::kTagMessage: out.type = kTypeMessage; return DecodeTextual(c);
     case wire::kTagButton:
         out.type = kTypeButton;
         return DecodeOneByte(c, &out.pressByte, kGrey);
     case wire::kTagCheckBox:
         out.type = kTypeCheckBox;
-        if (std::int32_t rc = DecodeOneByte(c, &out.checkByte, kGrey)) return rc;
+        if (DecodeStatus rc = DecodeOneByte(c, &out.checkByte, kGrey); rc != DecodeStatus::kOk) {
+            return rc;
+        }
         out.group = c.attributes.Word('r', 0);
-        return 0;
+        return DecodeStatus::kOk;
     case wire::kTagSection:
         out.type = kTypeSection;
         return DecodeOneByte(c, &out.sectionByte, kGrey);
@@ -248,6 +250,6 @@ std::int32_t DecodeRecord(const std::uint8_t* body, std::size_t size, ControlRec
     case wire::kTagBlob: out.type = kTypeBlob; return DecodeData(c, false);
     case wire::kTagFiles: out.type = kTypeFiles; return DecodeFilesRecord(c);
     case wire::kTagImage: out.type = kTypeImage; return DecodeData(c, true);
-    default: out.type = kTypeUnknown; return 0;  // only the common part
+    default: out.type = kTypeUnknown; return DecodeStatus::kOk;  // only the common part
     }
 }

@@ -132,16 +132,16 @@ void ApplyLayout(ControlRecord& r, const Data& data) {
 }
 
 template <typename Apply>
-std::int32_t DecodeItems(ReceiveSource& source, Apply apply) {
+DecodeStatus DecodeItems(ReceiveSource& source, Apply apply) {
     std::uint32_t count;
-    if (std::int32_t rc = ReceiveWord(source, &count)) return rc;
+    if (DecodeStatus rc = ReceiveWord(source, &count); rc != DecodeStatus::kOk) return rc;
     Data data;
     for (std::uint32_t i = 0; i < count; ++i) {
         std::uint32_t key, n;
-        if (std::int32_t rc = ReceiveWord(source, &key)) return rc;
-        if (std::int32_t rc = ReceiveWord(source, &n)) return rc;
-        if (n > limits::kMaxItemBytes) return kDecodeMalformed;
-        if (std::int32_t rc = ReceiveBytes(source, n, &data)) return rc;
+        if (DecodeStatus rc = ReceiveWord(source, &key); rc != DecodeStatus::kOk) return rc;
+        if (DecodeStatus rc = ReceiveWord(source, &n); rc != DecodeStatus::kOk) return rc;
+        if (n > limits::kMaxItemBytes) return DecodeStatus::kMalformed;
+        if (DecodeStatus rc = ReceiveBytes(source, n, &data); rc != DecodeStatus::kOk) return rc;
         bool stop = false;
         const fault::Site* site = nullptr;
         long faultValue = 0;
@@ -151,16 +151,16 @@ std::int32_t DecodeItems(ReceiveSource& source, Apply apply) {
         }
         // Boxes are shown outside the lock, so the screen is not blocked behind them.
         if (site) plat::ShowFaultBox(*site, faultValue);
-        if (stop) return kDecodeMalformed;
+        if (stop) return DecodeStatus::kMalformed;
     }
-    return 0;
+    return DecodeStatus::kOk;
 }
 
 }  // namespace
 
-std::int32_t DecodeValueUpdates(ReceiveSource& source) { return DecodeItems(source, ApplyValue); }
+DecodeStatus DecodeValueUpdates(ReceiveSource& source) { return DecodeItems(source, ApplyValue); }
 
-std::int32_t DecodeLayoutUpdates(ReceiveSource& source) {
+DecodeStatus DecodeLayoutUpdates(ReceiveSource& source) {
     return DecodeItems(source, [](ControlRecord& r, const Data& data, bool*,
                                   long*) -> const fault::Site* {
         ApplyLayout(r, data);

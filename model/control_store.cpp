@@ -29,8 +29,8 @@ bool CheckTypes(const std::vector<ControlRecord>& records) {
 
 ControlList& Controls() { return g_controls; }
 
-void LockControls() { plat::LockEnter(plat::ProgramLock()); }
-void UnlockControls() { plat::LockLeave(plat::ProgramLock()); }
+void LockControls() { plat::ProgramLockEnter(); }
+void UnlockControls() { plat::ProgramLockLeave(); }
 
 void SwapInControls(std::vector<ControlRecord>&& records) {
     std::vector<ControlRecord> previous;

@@ -200,9 +200,9 @@ void ShowMessageControl(std::uint32_t controlId) {
 
 void ToggleCheckRow(HWND dialog, std::uint32_t controlId, int row) {
     HWND list = ListOf(dialog);
-    ControlsHold hold;
-    const CheckToggle toggle = ToggleCheckControl(controlId);
+    const CheckToggle toggle = ToggleCheckControl(controlId);  // sends, so not under the lock
     if (!toggle.done) return;
+    ControlsHold hold;
     if (toggle.group != 0) {
         for (int other = 0, count = RowCount(list); other < count; ++other) {
             const ControlRecord* r = FindControl(RowControlId(list, other));

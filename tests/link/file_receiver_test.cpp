@@ -32,7 +32,7 @@ protected:
         folder_ = fs::path(plat::Utf16ToUtf8(plat::ReceivedFilesFolder()));
     }
     void TearDown() override { LinkShutdown(); }
-    std::int32_t Receive(const Bytes& payload) {
+    DecodeStatus Receive(const Bytes& payload) {
         payload_ = payload;
         MemoryInput input{payload_.data(), payload_.size()};
         ReceiveSource source = MemoryReceiveSource(&input);
@@ -89,15 +89,15 @@ TEST(ReceivedName, OnlyAPlainLastComponentIsWritten) {
 }
 
 TEST_F(Files, NoFilesStillMarksTheControl) {
-    EXPECT_EQ(0, Receive(U32(12) + U32(0)));
+    EXPECT_EQ(DecodeStatus::kOk, Receive(U32(12) + U32(0)));
     EXPECT_EQ(1, IsValueChanged(12));
     EXPECT_EQ(0u, FileCount());
-    EXPECT_EQ(0, Receive(U32(12) + U32(0xFFFFFFFF)));
+    EXPECT_EQ(DecodeStatus::kOk, Receive(U32(12) + U32(0xFFFFFFFF)));
 }
 
 TEST_F(Files, TwoFilesAreWrittenAndTheFirstPathKept) {
     std::string big(10000, 'x');
-    ASSERT_EQ(0, Receive(U32(12) + U32(2) + File("\\Temp\\first.html", "<p>1</p>") +
+    ASSERT_EQ(DecodeStatus::kOk, Receive(U32(12) + U32(2) + File("\\Temp\\first.html", "<p>1</p>") +
                          File("second.bin", big)));
     EXPECT_EQ("<p>1</p>", Content("first.html"));
     EXPECT_EQ(big, Content("second.bin"));
@@ -107,25 +107,25 @@ TEST_F(Files, TwoFilesAreWrittenAndTheFirstPathKept) {
 }
 
 TEST_F(Files, AnExistingFileIsReplaced) {
-    ASSERT_EQ(0, Receive(U32(12) + U32(1) + File("same.txt", "a long first version")));
-    ASSERT_EQ(0, Receive(U32(12) + U32(1) + File("same.txt", "v2")));
+    ASSERT_EQ(DecodeStatus::kOk, Receive(U32(12) + U32(1) + File("same.txt", "a long first version")));
+    ASSERT_EQ(DecodeStatus::kOk, Receive(U32(12) + U32(1) + File("same.txt", "v2")));
     EXPECT_EQ("v2", Content("same.txt"));
 }
 
 TEST_F(Files, NamesOfAUtf16ControlAreUtf16AndUnknownKeysStillWrite) {
     Bytes name = Utf16(u"\u00E9t\u00E9.txt") + U8({0, 0});
-    ASSERT_EQ(0, Receive(U32(13) + U32(1) + U32(static_cast<std::uint32_t>(name.size())) + name +
+    ASSERT_EQ(DecodeStatus::kOk, Receive(U32(13) + U32(1) + U32(static_cast<std::uint32_t>(name.size())) + name +
                          U32(2) + Ascii("ok")));
     EXPECT_EQ(plat::JoinPath(plat::ReceivedFilesFolder(), u"\u00E9t\u00E9.txt"),
               FindControl(13)->receivedPath);
-    ASSERT_EQ(0, Receive(U32(999) + U32(1) + File("orphan.txt", "o")));
+    ASSERT_EQ(DecodeStatus::kOk, Receive(U32(999) + U32(1) + File("orphan.txt", "o")));
     EXPECT_EQ("o", Content("orphan.txt"));
 }
 
 TEST_F(Files, RefusedNamesWriteNothing) {
     for (const char* name : {"", "..", "aux", "x|y", "dir\\"}) {
-        EXPECT_EQ(-10, Receive(U32(12) + U32(1) + File(name, "data"))) << name;
+        EXPECT_EQ(DecodeStatus::kFileNotCreated, Receive(U32(12) + U32(1) + File(name, "data"))) << name;
     }
     EXPECT_EQ(0u, FileCount());
-    EXPECT_EQ(-1, Receive(U32(12) + U32(1) + U32(100000) + Ascii("x"))) << "a name over the ceiling";
+    EXPECT_EQ(DecodeStatus::kMalformed, Receive(U32(12) + U32(1) + U32(100000) + Ascii("x"))) << "a name over the ceiling";
 }

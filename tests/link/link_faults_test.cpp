@@ -1,5 +1,6 @@
 // What a broken, stalled or careless device does to the link: the link ends, never hangs.
 #include "link/link_client.h"
+#include "link/link_results.h"
 #include "link/record_decoder.h"
 #include "model/control_store.h"
 #include "platform/lock.h"
@@ -17,6 +18,7 @@
 #endif
 
 #include <atomic>
+#include <filesystem>
 #include <mutex>
 #include <thread>
 #include <vector>
@@ -49,6 +51,12 @@ bool ProgramLockBusy() {
     return false;
 }
 
+// The worker is inside the stalled file: the file is made, its bytes are awaited.
+bool PartOfTheFileArrived(const TempFolder& folder) {
+    std::error_code ignored;
+    return std::filesystem::exists(folder.Path() + "/received/f.bin", ignored);
+}
+
 // A file message for control 5: one file "f.bin" of 1000 bytes, of which 10 arrive.
 Bytes StalledFile() {
     return FrameHead(17, 0) + U32(5) + U32(1) + U32(6) + Ascii("f.bin") + U8({0}) + U32(1000) +
@@ -64,7 +72,7 @@ protected:
         g_closedEnds = 0;
         std::uint16_t port = 0;
         listener = plat::SocketListenTcp("127.0.0.1", 0, &port);
-        client = plat::SocketConnectTcp("127.0.0.1", port);
+        client = plat::SocketConnectTcp("127.0.0.1", port, 5000);
         device = plat::SocketAccept(listener);
         ASSERT_NE(plat::kInvalidSocket, device);
         ASSERT_EQ(0, LinkStart(client, kWindow, kResultMessage));
@@ -92,7 +100,7 @@ TEST_F(TcpLinkTest, AResetInTheMiddleOfAMessageEndsTheWorker) {
     // The read-ahead has served part of the message when the reset comes: the worker must see
     // the error, not an endless run of empty reads.
     ASSERT_TRUE(SendPeer(device, StalledFile()));
-    ASSERT_TRUE(WaitUntil(ProgramLockBusy)) << "the worker holds the store for the transfer";
+    ASSERT_TRUE(WaitUntil([&] { return PartOfTheFileArrived(folder); }));
     plat::SocketReset(device);
     device = plat::kInvalidSocket;
     ASSERT_TRUE(WaitUntil([] { return g_closedEnds == 1 && !Link().workerRunning; }));
@@ -113,12 +121,14 @@ TEST_F(TcpLinkTest, AResetInTheMiddleOfAValueUpdateEndsTheWorkerSilently) {
     EXPECT_EQ(0u, posts.Pending());
 }
 
-TEST_F(TcpLinkTest, AStalledTransferNeitherBlocksPingsNorLeaving) {
+// A transfer that stalls holds nothing the screen needs: the store is free, a ping and a value
+// go out behind it, and leaving says goodbye at once.
+TEST_F(TcpLinkTest, AStalledTransferLeavesTheStoreFreeAndTheLinkAnswering) {
     ASSERT_TRUE(SendPeer(device, StalledFile()));
-    ASSERT_TRUE(WaitUntil(ProgramLockBusy));
-    // The keep-alive: the ping cannot go out behind the transfer, but counts as unanswered.
+    ASSERT_TRUE(WaitUntil([&] { return PartOfTheFileArrived(folder); }));
+    EXPECT_FALSE(ProgramLockBusy()) << "the transfer waits on the device outside the lock";
     EXPECT_EQ(kLinkOk, LinkSendPing());
-    EXPECT_EQ(kLinkPingUnanswered, LinkSendPing());
+    EXPECT_EQ(FrameHead(10, 2), ReadPeer(device, 20));
 
     std::atomic<bool> left{false};
     std::thread leave([&] {
@@ -132,11 +142,26 @@ TEST_F(TcpLinkTest, AStalledTransferNeitherBlocksPingsNorLeaving) {
         leave.detach();  // stuck for good: the test has failed
     }
     ASSERT_TRUE(inTime) << "leaving must not wait for the stalled worker";
+    EXPECT_EQ(FrameHead(4, 2), ReadPeer(device, 20));
     EXPECT_FALSE(LinkIsOpen());
+    plat::SocketClose(client);  // as the screen does after the goodbye
     EXPECT_TRUE(WaitUntil([] { return !Link().workerRunning; }));
-    EXPECT_TRUE(DrainPeer(device).empty()) << "no ping and no goodbye behind the transfer";
     EXPECT_TRUE(boxes.WaitFor(plat::FaultBoxText(520, "tmqbthppcvcomclt", 6),
                               std::chrono::seconds(5)));
+}
+
+// A device that never reads: once its window is full, the worker's reply to its ping gives up
+// after the send time and breaks the link, so the worker ends instead of hanging, and later
+// sends fail at once.
+TEST_F(TcpLinkTest, ADeviceThatNeverReadsBreaksTheLinkInsteadOfHangingItsSenders) {
+    FillUntilFull(client);
+    ASSERT_TRUE(SendPeer(device, FrameHead(8, 0)));  // a ping the worker must answer
+    unsigned message = 0;
+    ASSERT_TRUE(posts.Next(&message, std::chrono::milliseconds(kSendTimeoutMs + 5000)));
+    EXPECT_EQ(kResultDevicePing, Link().lastResult.load());
+    ASSERT_EQ(kLinkOk, LinkStartReceiver(kWindow, kResultMessage));  // as the screen does
+    EXPECT_TRUE(WaitUntil([] { return g_closedEnds == 1 && !Link().workerRunning; }));
+    EXPECT_EQ(kLinkSendFailed, LinkSendPing()) << "the link is broken for every sender";
 }
 
 TEST_F(TcpLinkTest, LeavingAQuietLinkSaysGoodbye) {
@@ -184,7 +209,7 @@ TEST(RecordTexts, EndAtTheirFirstZeroWhileValueBuffersKeepEveryByte) {
     ControlRecord r;
     const Bytes number = CommonPart('N', 0x4, 1) + U32(4) + U32(7) +
                          AttributeBlock({{'Z', name}, {'f', Utf16(u"%f V") + U8({0, 0})}});
-    ASSERT_EQ(0, DecodeRecord(number.data(), number.size(), r));
+    ASSERT_EQ(DecodeStatus::kOk, DecodeRecord(number.data(), number.size(), r));
     EXPECT_EQ(u"Name", r.label);
     EXPECT_EQ(u"%f V", r.format);
 
@@ -193,7 +218,7 @@ TEST(RecordTexts, EndAtTheirFirstZeroWhileValueBuffersKeepEveryByte) {
                                         {'F', Utf16(u"d") + U8({0, 0})},
                                         {'a', Utf16(u"cap") + U8({0, 0})},
                                         {'A', Utf16(u"one") + U8({0, 0}) + Utf16(u"two")}});
-    ASSERT_EQ(0, DecodeRecord(chart.data(), chart.size(), r));
+    ASSERT_EQ(DecodeStatus::kOk, DecodeRecord(chart.data(), chart.size(), r));
     EXPECT_EQ(u"s", r.chart.sampleUnits);
     EXPECT_EQ(u"d", r.chart.dataUnits);
     EXPECT_EQ(u"cap", r.chart.axisCaption);
@@ -201,7 +226,7 @@ TEST(RecordTexts, EndAtTheirFirstZeroWhileValueBuffersKeepEveryByte) {
 
     const Bytes text = CommonPart('T', 0x4, 3) + U32(6) + Utf16(u"a") + U8({0, 0}) + Utf16(u"b") +
                        AttributeBlock({{'Z', name}, {'m', U32(6)}});
-    ASSERT_EQ(0, DecodeRecord(text.data(), text.size(), r));
+    ASSERT_EQ(DecodeStatus::kOk, DecodeRecord(text.data(), text.size(), r));
     EXPECT_EQ(u"Name", r.label);
     EXPECT_EQ(u"a", r.text.Text()) << "shown to its first zero";
     EXPECT_EQ(Utf16(u"a") + U8({0, 0}) + Utf16(u"b"), Bytes(r.text.Data(), r.text.Data() + 6));

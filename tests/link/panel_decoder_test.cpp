@@ -26,7 +26,7 @@ void ExpectDecoded(const std::vector<RecordCase>& cases) {
         SCOPED_TRACE(c.name);
         MessageBoxRecorder boxes;
         ControlRecord r;
-        ASSERT_EQ(0, DecodeRecord(c.body.data(), c.body.size(), r));
+        ASSERT_EQ(DecodeStatus::kOk, DecodeRecord(c.body.data(), c.body.size(), r));
         EXPECT_EQ(c.fields, Fields(r));
         if (c.faultLine) {
             EXPECT_TRUE(boxes.HasFaultLine(c.faultLine));
@@ -190,7 +190,7 @@ TEST(RecordDecodingFailures, BodiesThatContradictThemselves) {
     };
     for (const auto& c : cases) {
         ControlRecord r;
-        EXPECT_EQ(kDecodeMalformed, DecodeRecord(c.body.data(), c.body.size(), r)) << c.name;
+        EXPECT_EQ(DecodeStatus::kMalformed, DecodeRecord(c.body.data(), c.body.size(), r)) << c.name;
     }
 }
 
@@ -200,7 +200,7 @@ class PanelDecoding : public ::testing::Test {
 protected:
     void SetUp() override { LinkInit(); }
     void TearDown() override { LinkShutdown(); }
-    std::int32_t Decode(const Bytes& payload) {
+    DecodeStatus Decode(const Bytes& payload) {
         MemoryInput input{payload.data(), payload.size()};
         ReceiveSource source = MemoryReceiveSource(&input);
         return DecodePanel(source);
@@ -215,30 +215,30 @@ Bytes Button(std::uint32_t key) {
 }  // namespace
 
 TEST_F(PanelDecoding, ReplacesTheStoreWhole) {
-    ASSERT_EQ(0, Decode(U32(2) + Counted(Button(1)) + Counted(Button(2))));
+    ASSERT_EQ(DecodeStatus::kOk, Decode(U32(2) + Counted(Button(1)) + Counted(Button(2))));
     ASSERT_EQ(2, ControlCount());
     EXPECT_EQ(2u, ControlIdAt(1));
-    ASSERT_EQ(0, Decode(U32(1) + Counted(CommonPart('Q', 0, 9))));
+    ASSERT_EQ(DecodeStatus::kOk, Decode(U32(1) + Counted(CommonPart('Q', 0, 9))));
     EXPECT_EQ(1, ControlCount());
     EXPECT_EQ(kTypeUnknown, GetControlType(9));
     EXPECT_EQ(-1, FindControlIndex(1));
-    ASSERT_EQ(0, Decode(U32(0)));
+    ASSERT_EQ(DecodeStatus::kOk, Decode(U32(0)));
     EXPECT_EQ(0, ControlCount());
 }
 
 TEST_F(PanelDecoding, AFailedPanelLeavesTheOldOne) {
-    ASSERT_EQ(0, Decode(U32(1) + Counted(Button(5))));
+    ASSERT_EQ(DecodeStatus::kOk, Decode(U32(1) + Counted(Button(5))));
     struct Case {
         const char* name;
         Bytes payload;
-        std::int32_t code;
+        DecodeStatus code;
     } cases[] = {
         {"link closes inside a body", U32(2) + Counted(Button(1)) + U32(40) + U8({1, 2}),
-         kLinkClosed},
-        {"link closes before the count", U8({1, 0}), kLinkClosed},
-        {"too many records", U32(limits::kMaxRecords + 1), kDecodeMalformed},
-        {"a body over the ceiling", U32(1) + U32(limits::kMaxRecordBytes + 1), kDecodeMalformed},
-        {"a malformed body", U32(1) + Counted(U8({'B', 0})), kDecodeMalformed},
+         DecodeStatus::kClosed},
+        {"link closes before the count", U8({1, 0}), DecodeStatus::kClosed},
+        {"too many records", U32(limits::kMaxRecords + 1), DecodeStatus::kMalformed},
+        {"a body over the ceiling", U32(1) + U32(limits::kMaxRecordBytes + 1), DecodeStatus::kMalformed},
+        {"a malformed body", U32(1) + Counted(U8({'B', 0})), DecodeStatus::kMalformed},
     };
     for (const auto& c : cases) {
         EXPECT_EQ(c.code, Decode(c.payload)) << c.name;

@@ -108,15 +108,23 @@ TEST_F(Worker, IdentityTexts) {
     }
 }
 
-TEST_F(Worker, SettingsRecordsAreWrittenUnderTheCurrentPanel) {
-    Bytes identity = FrameHead(2, 1) + U32(8) + Utf16(u"Oven") + U32(0);
+// A broken identity keeps the last good name: settings then still land under it, not under
+// an empty key that the next good connection would never read.
+TEST_F(Worker, SettingsRecordsAreWrittenUnderTheLastGoodPanelName) {
+    Bytes identity = FrameHead(2, 1) + U32(8) + Utf16(u"Oven") + U32(6) + Utf16(u"1.0");
     EXPECT_EQ(1, Deliver(identity));
     Restart();
+    EXPECT_EQ(1, Deliver(FrameHead(2, 1) + U32(0x7FFFFFFF)));  // a name over the ceiling
+    Restart();
+    EXPECT_EQ(u"Oven", LinkPanelId());
+    EXPECT_EQ(u"1.0", LinkServerText());
     Bytes settings =
         FrameHead(19, 0) + U32(2) + U32(0) + U32(768) + U32(10) + U32(42) + U32(336) + U32(2);
     EXPECT_EQ(11, Deliver(settings));
+    EXPECT_EQ(u"Oven", SettingsPanelName());
     EXPECT_EQ(10, ReadDeviceSetting(0, 768, 3));
     EXPECT_EQ(2, ReadDeviceSetting(42, 336, 0));
+    EXPECT_EQ(0u, boxes.Count());
 }
 
 TEST_F(Worker, DecoderFailuresRaiseTheirFault) {

@@ -28,6 +28,10 @@ protected:
         Controls().records.push_back(r);
         return Controls().records.back();
     }
+    void Clear() {
+        ControlsHold hold;
+        Controls().records.clear();
+    }
     // What the device receives for one value message.
     Bytes Sent() { return DrainPeer(pair.device); }
 };
@@ -124,16 +128,15 @@ TEST_F(Encoding, UnsendableRecordsEndTheMessage) {
     EXPECT_EQ(0, IsSendPending(7)) << "the chart's own mark is cleared";
     EXPECT_EQ(1, IsSendPending(4)) << "later records keep theirs";
 
-    ControlsHold hold;
-    Controls().records.clear();
+    Clear();
     Add(kTypeImage, 14);
     EXPECT_EQ(kImageNotPressable, LinkSendPendingValues());
     EXPECT_TRUE(boxes.HasFault(3460, "tmqbthppcvcomclt", 888));
-    Controls().records.clear();
+    Clear();
     Add(kTypeUnknown, 13);
     EXPECT_EQ(kWrongType, LinkSendPendingValues());
     EXPECT_TRUE(boxes.HasFault(3424, "tmqbthppcvcomclt", 13));
-    Controls().records.clear();
+    Clear();
 }
 
 TEST_F(Encoding, TheAcknowledgeSwitchAddsFlag8) {

@@ -47,11 +47,11 @@ protected:
     }
     void TearDown() override { LinkShutdown(); }
     ControlRecord& Record(std::uint32_t key) { return *FindControl(key); }
-    std::int32_t Values(const std::vector<Bytes>& items) { return Run(DecodeValueUpdates, items); }
-    std::int32_t Layouts(const std::vector<Bytes>& items) {
+    DecodeStatus Values(const std::vector<Bytes>& items) { return Run(DecodeValueUpdates, items); }
+    DecodeStatus Layouts(const std::vector<Bytes>& items) {
         return Run(DecodeLayoutUpdates, items);
     }
-    std::int32_t Run(std::int32_t (*decode)(ReceiveSource&), const std::vector<Bytes>& items) {
+    DecodeStatus Run(DecodeStatus (*decode)(ReceiveSource&), const std::vector<Bytes>& items) {
         payload_ = U32(static_cast<std::uint32_t>(items.size()));
         for (const auto& i : items) payload_ = payload_ + i;
         MemoryInput input{payload_.data(), payload_.size()};
@@ -97,7 +97,7 @@ TEST_F(Updates, ValuesByType) {
         SetUp();
         Record(kTypeNumber).rawValue = 0x11111111;
         Record(kTypeChart).chart.trailingWord = 0x11111111;
-        ASSERT_EQ(0, Values({Item(c.key, c.data)})) << c.name;
+        ASSERT_EQ(DecodeStatus::kOk, Values({Item(c.key, c.data)})) << c.name;
         EXPECT_EQ(1, IsValueChanged(c.key)) << c.name;
         EXPECT_EQ(c.fields, Fields(Record(c.key))) << c.name;
         TearDown();
@@ -105,7 +105,7 @@ TEST_F(Updates, ValuesByType) {
 }
 
 TEST_F(Updates, FilesAndImagesRaiseTheirFaultUnknownKeysAreSkippedAndTheMessageGoesOn) {
-    ASSERT_EQ(0, Values({Item(kTypeFiles, U8({1})), Item(kTypeImage, U8({1})),
+    ASSERT_EQ(DecodeStatus::kOk, Values({Item(kTypeFiles, U8({1})), Item(kTypeImage, U8({1})),
                          Item(999, U8({1, 2, 3})), Item(kTypeUnknown, U8({1})),
                          Item(kTypeSection, U8({4}))}));
     EXPECT_TRUE(boxes.HasFault(2195, "tmqbthppcvcomclt", 12));
@@ -117,7 +117,7 @@ TEST_F(Updates, FilesAndImagesRaiseTheirFaultUnknownKeysAreSkippedAndTheMessageG
 
 TEST_F(Updates, AnInvalidTypeEndsTheMessage) {
     Record(kTypeUnknown).type = 0;
-    EXPECT_EQ(-1, Values({Item(kTypeUnknown, U8({1})), Item(kTypeSection, U8({4}))}));
+    EXPECT_EQ(DecodeStatus::kMalformed, Values({Item(kTypeUnknown, U8({1})), Item(kTypeSection, U8({4}))}));
     EXPECT_TRUE(boxes.HasFault(2198, "tmqbthppcvcomclt", 0));
     EXPECT_EQ(0, Record(kTypeSection).sectionByte) << "items after it stay unread";
     Record(kTypeUnknown).type = kTypeUnknown;
@@ -126,26 +126,26 @@ TEST_F(Updates, AnInvalidTypeEndsTheMessage) {
 TEST_F(Updates, LayoutWords) {
     Record(kTypeNumber).flags = 0x10000 | kFlagBringIntoView;
     Record(kTypeNumber).background = 0xFFFFFF;
-    ASSERT_EQ(0, Layouts({Item(kTypeNumber, U16(0x0041) + U8({7, 0}) + U32(0x00123456))}));
+    ASSERT_EQ(DecodeStatus::kOk, Layouts({Item(kTypeNumber, U16(0x0041) + U8({7, 0}) + U32(0x00123456))}));
     EXPECT_EQ(0x10000u | kFlagHidden, Record(kTypeNumber).flags)
         << "hidden set, bring-into-view cleared";
     EXPECT_EQ(0x123456u, Record(kTypeNumber).background);
     EXPECT_EQ(1, IsLayoutChanged(kTypeNumber));
     EXPECT_EQ(0, IsValueChanged(kTypeNumber));
 
-    ASSERT_EQ(0, Layouts({Item(kTypeNumber, U16(0x0010) + U8({0, 0}) + U32(0xABCDEF))}));
+    ASSERT_EQ(DecodeStatus::kOk, Layouts({Item(kTypeNumber, U16(0x0010) + U8({0, 0}) + U32(0xABCDEF))}));
     EXPECT_EQ(0x10000u | kFlagBringIntoView, Record(kTypeNumber).flags);
     EXPECT_EQ(0x123456u, Record(kTypeNumber).background) << "colour only with bit 0x40";
 
     Record(kTypeMessage).flags = kFlagHidden | 0x20000;
-    ASSERT_EQ(0, Layouts({Item(kTypeMessage, U16(0) + U8({3, 0}))}));
+    ASSERT_EQ(DecodeStatus::kOk, Layouts({Item(kTypeMessage, U16(0) + U8({3, 0}))}));
     EXPECT_EQ(0x30000u, Record(kTypeMessage).flags) << "the icon comes from byte 2";
 
     Record(kTypeButton).flags = 0x70000;
-    ASSERT_EQ(0, Layouts({Item(kTypeButton, U16(1) + U8({2}))}));
+    ASSERT_EQ(DecodeStatus::kOk, Layouts({Item(kTypeButton, U16(1) + U8({2}))}));
     EXPECT_EQ(0x70000u | kFlagHidden, Record(kTypeButton).flags) << "only messages take the icon";
 
-    ASSERT_EQ(0, Layouts({Item(kTypeUnknown, U16(1)), Item(kTypeFiles, {})}));
+    ASSERT_EQ(DecodeStatus::kOk, Layouts({Item(kTypeUnknown, U16(1)), Item(kTypeFiles, {})}));
     EXPECT_EQ(0, IsLayoutChanged(kTypeUnknown));
     EXPECT_EQ(1, IsLayoutChanged(kTypeFiles)) << "a short item reads as zeros";
 }
