@@ -43,6 +43,16 @@ std::int32_t WriteDeviceSetting(std::uint32_t owner, std::uint32_t kind, std::ui
     return plat::SettingsWrite(SettingsPanelName(), DeviceSettingName(owner, kind), value);
 }
 
+std::int32_t WriteDeviceSettings(const std::vector<StoredSetting>& settings) {
+    if (settings.empty()) return 0;
+    std::vector<std::pair<std::u16string, std::uint32_t>> values;
+    values.reserve(settings.size());
+    for (const StoredSetting& s : settings) {
+        values.emplace_back(DeviceSettingName(s.owner, s.kind), s.value);
+    }
+    return plat::SettingsWriteAll(SettingsPanelName(), values);
+}
+
 std::vector<StoredSetting> ListDeviceSettings() {
     std::vector<StoredSetting> settings;
     for (const auto& [name, value] : plat::SettingsList(SettingsPanelName())) {

@@ -36,6 +36,8 @@ struct StoredSetting {
     std::uint32_t kind = 0;
     std::uint32_t value = 0;
 };
+// Writes them all in one go; 0, or the store's error for those it could not take.
+std::int32_t WriteDeviceSettings(const std::vector<StoredSetting>& settings);
 // Every setting of the current panel, by owner and kind (names of another form are left out).
 std::vector<StoredSetting> ListDeviceSettings();
 

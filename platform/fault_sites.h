@@ -33,6 +33,7 @@ inline constexpr Site kLayoutFailed{493, kLinkFile};
 inline constexpr Site kFileLinkClosed{520, kLinkFile};
 inline constexpr Site kFileFailed{527, kLinkFile};
 inline constexpr Site kUnknownType{547, kLinkFile};
+inline constexpr Site kSettingsRefused{566, kLinkFile};  // the store is full or failed
 
 // Records of a panel description.
 inline constexpr Site kTextWithoutMaximum{1078, kLinkFile};

@@ -8,6 +8,7 @@
 #include "platform/safe_name.h"
 #include "platform/utf.h"
 
+#include <dirent.h>
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -15,16 +16,21 @@
 #include <cerrno>
 #include <cstdio>
 #include <cstdlib>
+#include <cstring>
 #include <map>
 #include <mutex>
 #include <string>
+#include <string_view>
 
 namespace plat {
 
+const int kSettingsFull = ENOSPC;
+
 namespace {
 
-constexpr size_t kMaxFileBytes = 1 << 20;  // a settings file never legitimately grows past this
-constexpr size_t kMaxValues = 16384;       // values per panel; a device may not grow it forever
+// A full panel file: 16384 lines of a 16-character name and 4 bytes in hex.
+constexpr size_t kMaxFileBytes = 1 << 20;
+constexpr const char* kFileSuffix = ".settings";
 
 std::mutex g_mutex;
 
@@ -41,7 +47,20 @@ std::string ConfigFolder() {
 }
 
 std::string PanelFile(std::u16string_view panel) {
-    return ConfigFolder() + "/" + SafeFileStem(panel) + ".settings";
+    return ConfigFolder() + "/" + SafeFileStem(panel) + kFileSuffix;
+}
+
+// The panels that have settings: one file each.
+std::size_t PanelCount(const std::string& folder) {
+    std::size_t count = 0;
+    if (DIR* dir = ::opendir(folder.c_str())) {
+        while (const dirent* entry = ::readdir(dir)) {
+            std::string_view name = entry->d_name;
+            if (name.size() > std::strlen(kFileSuffix) && name.ends_with(kFileSuffix)) ++count;
+        }
+        ::closedir(dir);
+    }
+    return count;
 }
 
 // name -> raw value bytes
@@ -163,19 +182,34 @@ std::vector<std::pair<std::u16string, std::uint32_t>> SettingsList(std::u16strin
     return list;
 }
 
-int SettingsWrite(std::u16string_view panel, std::u16string_view valueName, std::uint32_t value) {
+int SettingsWriteAll(std::u16string_view panel,
+                     const std::vector<std::pair<std::u16string, std::uint32_t>>& values) {
     std::lock_guard<std::mutex> hold(g_mutex);
     std::string folder = ConfigFolder();
     if (int rc = MakeFolders(folder)) return rc;
     std::string file = PanelFile(panel);
-    ValueMap values;
-    LoadFile(file, &values);  // a missing file starts empty
-    std::string bytes;
-    for (int i = 0; i < 4; ++i) bytes += static_cast<char>((value >> (8 * i)) & 0xFF);
-    std::string name = Utf16ToUtf8(valueName);
-    if (values.size() >= kMaxValues && values.find(name) == values.end()) return ENOSPC;
-    values[name] = bytes;
-    return SaveFile(file, values);
+    ValueMap stored;
+    // A missing file starts empty, when there is room for one more panel.
+    if (LoadFile(file, &stored) != 0 && PanelCount(folder) >= kMaxSettingsPanels) {
+        return kSettingsFull;
+    }
+    int refused = 0;
+    for (const auto& [valueName, value] : values) {
+        std::string bytes;
+        for (int i = 0; i < 4; ++i) bytes += static_cast<char>((value >> (8 * i)) & 0xFF);
+        std::string name = Utf16ToUtf8(valueName);
+        if (stored.size() >= kMaxSettingsValues && stored.find(name) == stored.end()) {
+            refused = kSettingsFull;
+            continue;
+        }
+        stored[name] = bytes;
+    }
+    if (int rc = SaveFile(file, stored)) return rc;
+    return refused;
+}
+
+int SettingsWrite(std::u16string_view panel, std::u16string_view valueName, std::uint32_t value) {
+    return SettingsWriteAll(panel, {{std::u16string(valueName), value}});
 }
 
 }  // namespace plat

@@ -9,6 +9,8 @@
 
 namespace plat {
 
+const int kSettingsFull = ERROR_NOT_ENOUGH_QUOTA;
+
 namespace {
 
 #ifdef _WIN32_WCE
@@ -27,6 +29,19 @@ std::wstring Name(std::u16string_view name) {
     return std::wstring(reinterpret_cast<const wchar_t*>(name.data()), name.size());
 }
 
+// The panels that have settings: one key each.
+std::size_t PanelCount() {
+    HKEY key;
+    if (RegOpenKeyExW(kRoot, L"Software\\Tremolanth", 0, KEY_QUERY_VALUE, &key) != ERROR_SUCCESS) {
+        return 0;
+    }
+    DWORD count = 0;
+    RegQueryInfoKeyW(key, nullptr, nullptr, nullptr, &count, nullptr, nullptr, nullptr, nullptr,
+                     nullptr, nullptr, nullptr);
+    RegCloseKey(key);
+    return count;
+}
+
 }  // namespace
 
 int SettingsRead(std::u16string_view panel, std::u16string_view valueName, std::uint32_t* value) {
@@ -43,17 +58,46 @@ int SettingsRead(std::u16string_view panel, std::u16string_view valueName, std::
     return 0;
 }
 
-int SettingsWrite(std::u16string_view panel, std::u16string_view valueName, std::uint32_t value) {
+int SettingsWriteAll(std::u16string_view panel,
+                     const std::vector<std::pair<std::u16string, std::uint32_t>>& values) {
     HKEY key;
-    DWORD disposition;
-    LONG rc = RegCreateKeyExW(kRoot, KeyPath(panel).c_str(), 0, nullptr, 0, KEY_SET_VALUE,
-                              nullptr, &key, &disposition);
-    if (rc != ERROR_SUCCESS) return static_cast<int>(rc);
-    DWORD data = value;
-    rc = RegSetValueExW(key, Name(valueName).c_str(), 0, REG_DWORD,
-                        reinterpret_cast<const BYTE*>(&data), sizeof data);
+    const std::wstring path = KeyPath(panel);
+    LONG rc = RegOpenKeyExW(kRoot, path.c_str(), 0, KEY_SET_VALUE | KEY_QUERY_VALUE, &key);
+    if (rc != ERROR_SUCCESS) {
+        // A new panel, when there is room for one more.
+        if (PanelCount() >= kMaxSettingsPanels) return kSettingsFull;
+        DWORD disposition;
+        rc = RegCreateKeyExW(kRoot, path.c_str(), 0, nullptr, 0, KEY_SET_VALUE | KEY_QUERY_VALUE,
+                             nullptr, &key, &disposition);
+        if (rc != ERROR_SUCCESS) return static_cast<int>(rc);
+    }
+    DWORD count = 0;
+    RegQueryInfoKeyW(key, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, &count, nullptr,
+                     nullptr, nullptr, nullptr);
+    int result = 0;
+    for (const auto& [valueName, value] : values) {
+        const std::wstring name = Name(valueName);
+        const bool present =
+            RegQueryValueExW(key, name.c_str(), nullptr, nullptr, nullptr, nullptr) == ERROR_SUCCESS;
+        if (!present && count >= kMaxSettingsValues) {
+            if (result == 0) result = kSettingsFull;
+            continue;
+        }
+        DWORD data = value;
+        rc = RegSetValueExW(key, name.c_str(), 0, REG_DWORD, reinterpret_cast<const BYTE*>(&data),
+                            sizeof data);
+        if (rc != ERROR_SUCCESS) {
+            if (result == 0) result = static_cast<int>(rc);
+            continue;
+        }
+        if (!present) ++count;
+    }
     RegCloseKey(key);
-    return static_cast<int>(rc);
+    return result;
+}
+
+int SettingsWrite(std::u16string_view panel, std::u16string_view valueName, std::uint32_t value) {
+    return SettingsWriteAll(panel, {{std::u16string(valueName), value}});
 }
 
 std::vector<std::pair<std::u16string, std::uint32_t>> SettingsList(std::u16string_view panel) {

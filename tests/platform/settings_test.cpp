@@ -1,11 +1,13 @@
 #include "model/device_settings.h"
 #include "platform/safe_name.h"
+#include "platform/settings_store.h"
 #include "platform/utf.h"
 #include "tests/support/temp_folder.h"
 
 #include <gtest/gtest.h>
 
 #include <filesystem>
+#include <vector>
 
 using testing_support::TempFolder;
 using testing_support::UniqueName;
@@ -51,6 +53,30 @@ TEST_F(DeviceSettings, EachPanelNameHasItsOwnSettings) {
     ASSERT_EQ(0, WriteDeviceSetting(42, kSettingLayoutFastKey, 9));
     AnnouncePanel(first);
     EXPECT_EQ(7, ReadDeviceSetting(42, kSettingLayoutFastKey, 0));
+}
+
+// A device may announce any number of names and send any number of settings: the store keeps
+// so many of each and refuses new ones beyond, while what it holds stays writable.
+TEST_F(DeviceSettings, TheStoreRefusesNewValuesAndPanelsBeyondItsCeilings) {
+    const std::u16string full = Unique("full");
+    AnnouncePanel(full);
+    std::vector<StoredSetting> many;
+    for (std::uint32_t i = 0; i <= plat::kMaxSettingsValues; ++i) many.push_back({i, 1, i});
+    EXPECT_EQ(plat::kSettingsFull, WriteDeviceSettings(many));
+    EXPECT_EQ(plat::kMaxSettingsValues, ListDeviceSettings().size());
+    EXPECT_EQ(plat::kSettingsFull, WriteDeviceSetting(0, 2, 1));
+    ASSERT_EQ(0, WriteDeviceSetting(7, 1, 77)) << "a value it holds is rewritten";
+    EXPECT_EQ(77, ReadDeviceSetting(7, 1, 0));
+
+    std::size_t made = 0;
+    int rc = 0;
+    while (made <= plat::kMaxSettingsPanels &&
+           (rc = plat::SettingsWrite(Unique("panel"), DeviceSettingName(0, 1), 1)) == 0) {
+        ++made;
+    }
+    EXPECT_EQ(plat::kSettingsFull, rc);
+    EXPECT_LT(made, plat::kMaxSettingsPanels) << "the first panel counts too";
+    EXPECT_EQ(0, WriteDeviceSetting(7, 1, 78)) << "a panel it holds is still written";
 }
 
 TEST(SafeFileStem, NamesNeverLeaveTheFolder) {

@@ -8,6 +8,11 @@
 #include <cstdlib>
 #include <filesystem>
 #include <random>
+#include <vector>
+
+#ifdef _WIN32
+#include <windows.h>
+#endif
 
 namespace testing_support {
 
@@ -22,15 +27,42 @@ void SetVariable(const char* name, const std::string* value) {
 #endif
 }
 
+// The part of every unique name that marks this run.
+const std::string& RunMark() {
+    static const unsigned long long seed =
+        std::random_device{}() ^
+        static_cast<unsigned long long>(std::chrono::steady_clock::now().time_since_epoch().count());
+    static const std::string mark = "-" + std::to_string(seed % 1000000007ULL) + "-";
+    return mark;
+}
+
 }  // namespace
 
 std::string UniqueName(const std::string& prefix) {
     static std::atomic<unsigned> counter{0};
-    static const unsigned long long seed =
-        std::random_device{}() ^
-        static_cast<unsigned long long>(std::chrono::steady_clock::now().time_since_epoch().count());
-    return prefix + "-" + std::to_string(seed % 1000000007ULL) + "-" + std::to_string(counter++);
+    return prefix + RunMark() + std::to_string(counter++);
 }
+
+void RemoveThisRunsSettings() {
+#ifdef _WIN32
+    HKEY root;
+    if (RegOpenKeyExW(HKEY_CURRENT_USER, L"Software\\Tremolanth", 0,
+                      KEY_ENUMERATE_SUB_KEYS | KEY_QUERY_VALUE | DELETE, &root) != ERROR_SUCCESS) {
+        return;
+    }
+    const std::wstring mark(RunMark().begin(), RunMark().end());
+    std::vector<std::wstring> ours;
+    wchar_t name[512];
+    for (DWORD i = 0, size = 512; RegEnumKeyExW(root, i, name, &size, nullptr, nullptr, nullptr,
+                                                 nullptr) == ERROR_SUCCESS;
+         ++i, size = 512) {
+        if (std::wstring(name).find(mark) != std::wstring::npos) ours.push_back(name);
+    }
+    for (const std::wstring& key : ours) RegDeleteTreeW(root, key.c_str());
+    RegCloseKey(root);
+#endif
+}
+
 
 TempFolder::TempFolder() {
     namespace fs = std::filesystem;

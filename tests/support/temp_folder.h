@@ -22,4 +22,8 @@ private:
 // A name no other test run uses (for registry keys and panel names).
 std::string UniqueName(const std::string& prefix);
 
+// Removes the settings this run kept under unique panel names (on Windows they live in the
+// registry of the test prefix, which outlives the run; elsewhere in temporary folders).
+void RemoveThisRunsSettings();
+
 }  // namespace testing_support
