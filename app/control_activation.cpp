@@ -2,11 +2,13 @@
 // The store's lock is never held while an editor or view runs: they get a copy of the record.
 #include "app/control_activation.h"
 
+#include "app/app_texts.h"
 #include "dataview/win32/data_view.h"
 #include "editors/win32/editors.h"
 #include "link/link_client.h"
 #include "link/value_encoder.h"
 #include "model/control_store.h"
+#include "panel/browser_targets.h"
 #include "panel/row_image_index.h"
 #include "panel/row_text.h"
 #include "panel/value_step.h"
@@ -89,15 +91,17 @@ void PressButton(std::uint32_t controlId) {
     LinkSendPendingValues();
 }
 
+// Only a web address goes to the browser: a blob naming a program or a file is not opened.
 void OpenBlob(std::uint32_t controlId, const ControlRecord& record) {
+    const char16_t* problem = kUnintelligibleText;
     if ((record.flags & kMaskForBrowser) == kForBrowser) {
-        plat::LaunchBrowser(ReadBlobText(controlId));
-        return;
+        const std::u16string text = ReadBlobText(controlId);
+        if (IsWebAddress(text)) {
+            if (plat::LaunchBrowser(text)) return;
+            problem = kNoBrowserText;
+        }
     }
-    plat::ShowMessageBox(nullptr,
-                         u"This program does not know what to do with the data supplied by the "
-                         u"remote device.",
-                         u"Tremolanth", plat::kMbIconAsterisk);
+    plat::ShowMessageBox(nullptr, problem, u"Tremolanth", plat::kMbIconAsterisk);
 }
 
 } // namespace

@@ -1,8 +1,10 @@
 // What the panel screen does with each result of the receive worker, and the next worker.
+#include "app/app_texts.h"
 #include "app/panel_screen.h"
 #include "link/link_client.h"
 #include "link/link_results.h"
 #include "model/control_store.h"
+#include "panel/browser_targets.h"
 #include "panel/win32/control_rows.h"
 #include "panel/win32/panel_timers.h"
 #include "platform/browser.h"
@@ -16,9 +18,11 @@ void Inform(const char16_t* text) {
 
 }  // namespace
 
-// Only the controls this file message marked: an older file is not opened again.
+// Only the controls this file message marked: an older file is not opened again. Only pages,
+// texts and pictures go to the browser; anything else stays where it was stored.
 void LaunchReceivedFiles() {
     std::vector<std::u16string> files;
+    bool others = false;
     {
         ControlsHold hold;
         for (ControlRecord& record : Controls().records) {
@@ -27,10 +31,21 @@ void LaunchReceivedFiles() {
                 continue;
             }
             record.valueChanged = 0;
-            if (record.hasReceivedPath) files.push_back(plat::FileAddress(record.receivedPath));
+            if (!record.hasReceivedPath) continue;
+            if (IsBrowserDocument(record.receivedPath)) {
+                files.push_back(plat::FileAddress(record.receivedPath));
+            } else {
+                others = true;
+            }
         }
     }
-    for (const auto& file : files) plat::LaunchBrowser(file);
+    for (const auto& file : files) {
+        if (!plat::LaunchBrowser(file)) {
+            Inform(kNoBrowserText);
+            break;
+        }
+    }
+    if (others) Inform(kUnintelligibleText);
 }
 
 void OnLinkResult(HWND dialog) {
@@ -40,8 +55,7 @@ void OnLinkResult(HWND dialog) {
                u"client for Smartphone is available.");
         break;
     case kResultUnintelligible:
-        Inform(u"This program does not know what to do with the data supplied by the remote "
-               u"device.");
+        Inform(kUnintelligibleText);
         return;  // reception stops
     case kResultIdentity:
         SetPingTimer(dialog, PingSeconds());

@@ -1,5 +1,6 @@
 // The panel screen against a fake device on a loopback socket.
 #include "app/app_state.h"
+#include "app/app_texts.h"
 #include "app/device_table.h"
 #include "app/panel_screen.h"
 #include "panel/win32/panel_timers.h"
@@ -157,19 +158,24 @@ TEST_F(PanelTest, DefaultLayoutAndReloadSendTheirRequests) {
 }
 
 std::vector<std::u16string> g_launched;
-void RecordLaunch(const std::u16string& argument) { g_launched.push_back(argument); }
+bool RecordLaunch(const std::u16string& argument) {
+    g_launched.push_back(argument);
+    return true;
+}
 
-TEST(ReceivedFiles, OnlyNewFilesForTheBrowserAreOpenedOnce) {
+TEST(ReceivedFiles, OnlyNewDocumentsForTheBrowserAreOpenedOnce) {
+    testing_support::MessageBoxRecorder boxes;
     ControlRecord file;
     file.type = kTypeFiles;
     file.flags = 0x00100000;
     file.receivedPath = u"C:\\Temp\\my page.htm";
     file.hasReceivedPath = true;
     file.valueChanged = 1;
-    std::vector<ControlRecord> records(4, file);
+    std::vector<ControlRecord> records(5, file);
     records[1].flags = 0x00200000;  // not for the browser
     records[2].type = kTypeBlob;
     records[3].valueChanged = 0;    // an older file, not part of this message
+    records[4].receivedPath = u"C:\\Temp\\setup.exe";  // never opened: it would run
     SwapInControls(std::move(records));
     g_launched.clear();
     plat::SetBrowserHook(RecordLaunch);
@@ -178,6 +184,8 @@ TEST(ReceivedFiles, OnlyNewFilesForTheBrowserAreOpenedOnce) {
     plat::SetBrowserHook(nullptr);
     SwapInControls({});
     EXPECT_EQ(std::vector<std::u16string>{u"file:///C:/Temp/my%20page.htm"}, g_launched);
+    ASSERT_EQ(1u, boxes.Count());
+    EXPECT_EQ(kUnintelligibleText, boxes.Boxes()[0].text);
 }
 
 TEST_F(PanelTest, MenuBarFailureClosesTheScreenAndTheSocket) {
