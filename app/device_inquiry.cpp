@@ -5,6 +5,8 @@
 #include "link/network_devices.h"
 #include "shell/product_boxes.h"
 
+#include <algorithm>
+
 namespace {
 
 InquiryFunction g_inquiry = BluetoothInquiry;
@@ -45,13 +47,15 @@ std::int32_t InquireDevices(DeviceTable& table, int length) {
     BeginWaitCursor(&saved);
     std::vector<FoundDevice> found;
     std::int32_t rc = g_inquiry(length, kMaxDevices, &found);
+    // Filled aside: a search that fails leaves the table, its entries and its count as they
+    // were, so the list on the screen still connects.
+    DeviceTable fresh;
     int count = 0;
     for (const FoundDevice& device : found) {
         if (count == kMaxDevices) break;
-        DeviceEntry& entry = table.entries[count++];
+        DeviceEntry& entry = fresh.entries[count++];
         SetDeviceName(entry, device.name);
         entry.address = device.address;
-        entry.overTcp = false;
     }
     NetworkDeviceList network = ReadNetworkDevices();
     for (const NetworkDevice& device : network.devices) {
@@ -59,20 +63,20 @@ std::int32_t InquireDevices(DeviceTable& table, int length) {
             network.problems.push_back(device.name + u": the list holds 16 devices.");
             continue;
         }
-        DeviceEntry& entry = table.entries[count++];
+        DeviceEntry& entry = fresh.entries[count++];
         SetDeviceName(entry, Wide(device.name));
-        entry.address = 0;
         entry.overTcp = true;
         std::size_t n = device.host.copy(entry.host, sizeof entry.host - 1);
         entry.host[n] = 0;
         entry.port = device.port;
     }
     ReportProblems(network);
-    // The entries written are the table now, also after a failed search: the screen reads
-    // the count together with them.
-    table.count = count;
     // Network devices stand in for a search that failed.
     if (!network.devices.empty()) rc = 0;
+    if ((rc & 0xFFFF) == 0) {
+        std::copy(fresh.entries, fresh.entries + count, table.entries);
+        table.count = count;
+    }
     EndWaitCursor(saved);
     return rc;
 }
