@@ -14,9 +14,10 @@ std::wstring OpenCommandOf(const std::wstring& className) {
     for (HKEY root : {HKEY_CURRENT_USER, HKEY_LOCAL_MACHINE}) {
         wchar_t command[2048];
         DWORD size = sizeof command;
-        // REG_EXPAND_SZ comes back expanded: the address is put in only afterwards.
-        if (RegGetValueW(root, path.c_str(), nullptr, RRF_RT_REG_SZ | RRF_RT_REG_EXPAND_SZ,
-                         nullptr, command, &size) == ERROR_SUCCESS) {
+        // A REG_EXPAND_SZ command comes back expanded, as REG_SZ: the address is put in only
+        // afterwards, so nothing in it is expanded.
+        if (RegGetValueW(root, path.c_str(), nullptr, RRF_RT_REG_SZ, nullptr, command, &size) ==
+            ERROR_SUCCESS) {
             return command;
         }
     }

@@ -123,6 +123,28 @@ TEST_F(EditorTest, ABurstOfStepsSendsOneMessageAndListsLoop) {
     EXPECT_EQ(L" Off", ColumnTexts(PanelListView(), 0)[1]);
 }
 
+// A step left waiting for its timer when Back comes goes out before the goodbye, and the next
+// panel's steps are sent too.
+TEST_F(EditorTest, AStepFollowedAtOnceByBackIsSentAndLaterStepsToo) {
+    OpenPanel({NumberRecord(1, 5, 0)});
+    SelectRow(0);
+    {
+        ControlsHold hold;  // both keys are queued before the first is handled
+        PostKey(PanelListView(), VK_RIGHT);
+        PostCommand(PanelScreen(), IDCANCEL);
+    }
+    EXPECT_EQ(ValueMessage(1, U32(6)) + kGoodbye, ReadFromClient(36 + 20));
+    ExpectClosed();
+
+    ConnectFake();
+    SendIdentity(panelName);
+    Send(PanelFrame({NumberRecord(1, 5, 0)}));
+    ASSERT_TRUE(WaitForPanelRows(1));
+    SelectRow(0);
+    PostKey(PanelListView(), VK_RIGHT);
+    EXPECT_EQ(ValueMessage(1, U32(6)), ReadFromClient(36));
+}
+
 TEST_F(EditorTest, DateTimeEditorSendsTheClampedFields) {
     const Bytes when = U8({0, 30, 7, 1, 2, 1}) + U16(2030);  // s m h day weekday month, year
     OpenPanel({CommonPart('D', 0xED0004, 1) + U32(8) + when +

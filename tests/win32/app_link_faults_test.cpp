@@ -1,17 +1,27 @@
-// The program against careless and broken devices: a stalled transfer, boxes raised from the
-// receive side, a search that fails or finds more devices than the list holds.
+// The program against careless, broken and hostile devices: programs sent to be run, a stalled
+// transfer, boxes raised from the receive side, a search that fails or finds more devices than
+// the list holds.
 #include "app/app_state.h"
+#include "app/app_texts.h"
 #include "app/device_table.h"
 #include "link/link_client.h"
+#include "platform/browser.h"
 #include "platform/message_box.h"
 #include "platform/post.h"
+#include "shell/shell_state.h"
 #include "tests/support/records.h"
+#include "tests/support/temp_folder.h"
 #include "tests/win32/app_fixture.h"
 
 #include <commctrl.h>
 
 #include <atomic>
+#include <cstring>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
 #include <string>
+#include <vector>
 
 namespace app_testing {
 namespace {
@@ -20,23 +30,155 @@ using namespace testing_support;
 
 class LinkFaultsTest : public ProgramTest {
 protected:
-    void Open() {
-        StartWithFakeDevice();
-        ConnectFake();
-        SendIdentity(u"Faults");
-        Send(PanelFrame({ButtonRecord(1, u"B")}));
-        ASSERT_TRUE(WaitForPanelRows(1));
-    }
+    TempFolder folder;  // received files land here
 };
 
-TEST_F(LinkFaultsTest, BackLeavesWithinABoundedTimeWhenATransferStalls) {
-    Open();
-    // One file of 1000 bytes of which 10 arrive: the worker waits, holding the store.
-    Send(FrameHead(17, 0) + U32(9) + U32(1) + U32(6) + Ascii("f.bin") + U8({0}) + U32(1000) +
-         Bytes(10, 0xAB));
+// Records for the browser (the top bits 0x001) with UTF-16 texts.
+Bytes BlobRecord(std::uint32_t key, const std::u16string& text) {
+    const Bytes data = Utf16(text) + U8({0, 0});
+    return CommonPart('O', 0x00100004, key) + U32(static_cast<std::uint32_t>(data.size())) + data +
+           AttributeBlock({{'Z', Utf16(u"Link")}});
+}
+Bytes FilesRecord(std::uint32_t key) {
+    return CommonPart('F', 0x00100004, key) + U32(0) + AttributeBlock({{'Z', Utf16(u"Report")}});
+}
+Bytes CheckRecord(std::uint32_t key) {
+    return CommonPart('G', 0x4, key) + U32(1) + U8({0}) + AttributeBlock({{'Z', Utf16(u"Lamp")}});
+}
+Bytes NumberRecord(std::uint32_t key, std::uint32_t value) {
+    return CommonPart('N', 0x10004, key) + U32(4) + U32(value) +
+           AttributeBlock({{'Z', Utf16(u"Level")}});
+}
+Bytes ChartRecord(std::uint32_t key) {
+    return CommonPart('M', 0x4, key) + U32(4) + U32(0) + AttributeBlock({{'Z', Utf16(u"Log")}});
+}
+// One file for a Files control whose names are UTF-16; `sent` bytes of its content follow.
+Bytes FileFrame(std::uint32_t key, const std::u16string& name, std::uint32_t size, const Bytes& sent) {
+    const Bytes n = Utf16(name) + U8({0, 0});
+    return FrameHead(17, 0) + U32(key) + U32(1) + U32(static_cast<std::uint32_t>(n.size())) + n +
+           U32(size) + sent;
+}
+Bytes ValueMessage(std::uint32_t key, const Bytes& value) {
+    return FrameHead(7, 2) + U32(1) + U32(key) + U32(static_cast<std::uint32_t>(value.size())) +
+           value;
+}
+
+// This folder's recording program, registered as the user's browser for web addresses while the
+// object lives; every start of it is a line of Launches().
+class RecordingBrowser {
+public:
+    explicit RecordingBrowser(const std::string& folder) {
+        wchar_t self[MAX_PATH];
+        GetModuleFileNameW(nullptr, self, MAX_PATH);
+        program_ = std::filesystem::path(self).replace_filename(L"recording_program.exe").wstring();
+        log_ = std::filesystem::path(folder) / "launches.log";
+        SetEnvironmentVariableW(L"TREMOLANTH_TEST_LAUNCHES", log_.wstring().c_str());
+        const std::wstring command = L"\"" + program_ + L"\" \"%1\"";
+        RegSetKeyValueW(HKEY_CURRENT_USER, kKey, nullptr, REG_SZ, command.c_str(),
+                        static_cast<DWORD>((command.size() + 1) * sizeof(wchar_t)));
+    }
+    ~RecordingBrowser() {
+        RegDeleteTreeW(HKEY_CURRENT_USER, L"Software\\Classes\\http");
+        SetEnvironmentVariableW(L"TREMOLANTH_TEST_LAUNCHES", nullptr);
+    }
+    const std::wstring& Program() const { return program_; }
+    Bytes ProgramBytes() const {
+        std::ifstream in(std::filesystem::path(program_), std::ios::binary);
+        return Bytes(std::istreambuf_iterator<char>(in), {});
+    }
+    std::vector<std::wstring> Launches() const {
+        std::ifstream in(log_, std::ios::binary);
+        const std::string bytes(std::istreambuf_iterator<char>(in), {});
+        std::wstring text(bytes.size() / 2, L'\0');
+        std::memcpy(text.data(), bytes.data(), text.size() * 2);
+        std::vector<std::wstring> lines;
+        for (std::size_t at = 0, end; (end = text.find(L'\n', at)) != std::wstring::npos; at = end + 1) {
+            lines.push_back(text.substr(at, end - at));
+        }
+        return lines;
+    }
+    bool Launched(const std::wstring& part) const {
+        for (const auto& line : Launches()) {
+            if (line.find(part) != std::wstring::npos) return true;
+        }
+        return false;
+    }
+
+private:
+    static constexpr const wchar_t* kKey = L"Software\\Classes\\http\\shell\\open\\command";
+    std::wstring program_;
+    std::filesystem::path log_;
+};
+
+// What a device sends is shown in the user's browser, never run: a program sent as a file is
+// stored but not opened, a blob naming a program is refused, and pages and web addresses reach
+// the registered browser as its one argument.
+TEST_F(LinkFaultsTest, ADeviceNeverRunsAProgramItOnlyShowsPagesInTheRegisteredBrowser) {
+    RecordingBrowser browser(folder.Path());
+    const std::wstring& program = browser.Program();
+    OpenPanel({FilesRecord(5), BlobRecord(6, std::u16string(program.begin(), program.end())),
+               BlobRecord(7, u"http://device.test/status")});
+    const Bytes evil = browser.ProgramBytes();
+    ASSERT_FALSE(evil.empty());
+    Send(FileFrame(5, u"evil.exe", static_cast<std::uint32_t>(evil.size()), evil));
+    EXPECT_TRUE(boxes.WaitFor(kUnintelligibleText, std::chrono::seconds(5)));
+    Send(FileFrame(5, u"\\Docs\\page.html", 9, Ascii("<p>hi</p>")));
+    EXPECT_TRUE(WaitUntil([&] { return browser.Launched(L"page.html"); }));
+
+    boxes.Clear();
+    SelectRow(1);  // the blob naming a program
+    PostCommand(PanelScreen(), IDOK);
+    EXPECT_TRUE(boxes.WaitFor(kUnintelligibleText, std::chrono::seconds(5)));
+    SelectRow(2);
+    PostCommand(PanelScreen(), IDOK);
+    EXPECT_TRUE(WaitUntil([&] { return browser.Launched(L"http://device.test/status"); }));
+
+    // A program that ran would log a line without an address; give one the time to show up.
+    EXPECT_FALSE(WaitUntil([&] { return browser.Launches().size() > 2; }, std::chrono::seconds(2)));
+    for (const std::wstring& line : browser.Launches()) {
+        EXPECT_EQ(0u, line.find(L"\"" + program + L"\" \"")) << "the browser, with one argument";
+        EXPECT_TRUE(line.find(L"\"file:///") != std::wstring::npos ||
+                    line.find(L"\"http://") != std::wstring::npos);
+    }
+
+    // Without a browser: a box says so, and nothing else happens.
+    plat::SetBrowserHook([](const std::u16string&) { return false; });
+    PostCommand(PanelScreen(), IDOK);
+    EXPECT_TRUE(boxes.WaitFor(kNoBrowserText, std::chrono::seconds(5)));
+    plat::SetBrowserHook(nullptr);
+}
+
+// A transfer that stalls never freezes the screen: a fast key toggles a check box and its value
+// goes out, an editor and a data view open and close, and Back leaves, while the device keeps
+// the rest of its file to itself.
+TEST_F(LinkFaultsTest, EveryKeyIsAnsweredWhileATransferStalls) {
+    OpenPanel({CheckRecord(1), NumberRecord(2, 5), ChartRecord(3), FilesRecord(9)});
+    Send(FileFrame(9, u"big.bin", 100000, Bytes(3000, 0xAB)));
+    const std::filesystem::path partial = std::filesystem::path(folder.Path()) / "received" / "big.bin";
+    ASSERT_TRUE(WaitUntil([&] { return std::filesystem::exists(partial); }));
+    HWND list = PanelListView();
+
+    PostKey(list, '1');
+    EXPECT_EQ(ValueMessage(1, U8({255})), ReadFromClient(33));
     Sync();
+    EXPECT_EQ(0, SelectedRow(list));
+
+    PostKey(list, '2');
+    HWND editor = nullptr;
+    ASSERT_TRUE(WaitUntil([&] { return (editor = Shell().currentDialog) != nullptr; }));
+    PostCommand(editor, IDC_DONE);
+    EXPECT_EQ(ValueMessage(2, U32(5)), ReadFromClient(36));
+    EXPECT_TRUE(WaitUntil([&] { return !IsWindow(editor) && !Shell().currentDialog; }));
+
+    PostKey(list, '3');
+    HWND view = nullptr;
+    ASSERT_TRUE(WaitUntil([&] { return (view = Shell().currentDialog) != nullptr; }));
+    PostCommand(view, IDCANCEL);
+    EXPECT_TRUE(WaitUntil([&] { return !IsWindow(view) && !Shell().currentDialog; }));
+
     PostCommand(PanelScreen(), IDCANCEL);
-    EXPECT_TRUE(WaitUntil([&] { return !IsWindow(PanelScreen()); }, std::chrono::seconds(5)));
+    EXPECT_TRUE(WaitUntil([&] { return !IsWindow(PanelScreen()); }, std::chrono::seconds(1)));
+    EXPECT_EQ(kGoodbye, ReadFromClient(20));
     EXPECT_EQ(-1, App().currentDevice);
     EXPECT_EQ(plat::kInvalidSocket, Devices().socket);
 }
@@ -84,7 +226,7 @@ void PressEnter() {
 }
 
 TEST_F(LinkFaultsTest, BoxesFromTheReceiveSideComeToTheFrontAndTakeEnter) {
-    Open();
+    OpenPanel({ButtonRecord(1, u"B")});
     plat::MessageBoxHook recorder = plat::SetMessageBoxHook(ShowRealBox);
     g_realBoxes = 0;
     Send(FrameHead(7, 0));  // a type no device sends: "Message = 7", then the fault box
@@ -119,7 +261,7 @@ TEST_F(LinkFaultsTest, ASearchKeepsItsCountWithItsEntriesAndNamesTheDevicesItCan
     EXPECT_NE(std::u16string::npos, text.find(u"N2: the list holds 16 devices."));
     TearDown();
 
-    // A rescan that fails after finding two: the table holds those two, not two of five.
+    // A rescan that fails after finding two keeps the five listed, and their rows.
     Start({NamedDevices(5), 0, L""});
     ASSERT_TRUE(DeviceList());
     SetBluetoothResult(10060);
@@ -127,7 +269,9 @@ TEST_F(LinkFaultsTest, ASearchKeepsItsCountWithItsEntriesAndNamesTheDevicesItCan
     PostCommand(DeviceList(), IDC_SCAN);
     ASSERT_TRUE(boxes.WaitFor(plat::FaultBoxText(523, "tremolanth22", 10060),
                               std::chrono::seconds(5)));
-    EXPECT_EQ(2, Devices().count);
+    EXPECT_EQ(5, Devices().count);
+    EXPECT_EQ(L"Device 5", std::wstring(Devices().entries[4].name));
+    EXPECT_EQ(5u, ColumnTexts(DeviceListView(), 0).size());
 }
 
 }  // namespace
