@@ -1,6 +1,7 @@
 #include "platform/socket.h"
 
 #include "platform/call_within.h"
+#include "platform/posix/fd_wait.h"
 #include "platform/socket_table.h"
 
 #include <arpa/inet.h>
@@ -23,9 +24,18 @@
 
 namespace plat {
 
+namespace socket_table {
+const int kClosedHandleError = EBADF;
+void SetSystemError(int error) { errno = error; }
+int SystemError() { return errno; }
+}  // namespace socket_table
+
 namespace {
 
-constexpr int kWaitSliceMilliseconds = 50;
+using posix::Clock;
+using posix::MillisecondsLeft;
+using posix::WaitFor;
+
 constexpr int kListenResolveMilliseconds = 10000;
 
 void ShutdownBoth(std::intptr_t native) { ::shutdown(static_cast<int>(native), SHUT_RDWR); }
@@ -54,60 +64,12 @@ bool ResolveIpv4(const char* host, sockaddr_in* out, int timeoutMilliseconds) {
     return true;
 }
 
-using Clock = std::chrono::steady_clock;
-
-int MillisecondsLeft(Clock::time_point deadline) {
-    auto left = std::chrono::duration_cast<std::chrono::milliseconds>(deadline - Clock::now());
-    return left.count() <= 0 ? 0 : static_cast<int>(std::min<long long>(left.count(), INT_MAX));
-}
-
-// Waits for the events in slices, so that a handle closed meanwhile is noticed; false when the
-// deadline passed (errno ETIMEDOUT) or the handle was closed (EBADF).
-bool WaitFor(SocketHandle handle, int fd, short events, Clock::time_point deadline) {
-    for (;;) {
-        if (socket_table::IsClosed(handle)) {
-            errno = EBADF;
-            return false;
-        }
-        const int left = MillisecondsLeft(deadline);
-        if (left == 0) {
-            errno = ETIMEDOUT;
-            return false;
-        }
-        pollfd p{fd, events, 0};
-        const int rc = ::poll(&p, 1, std::min(left, kWaitSliceMilliseconds));
-        if (rc > 0) return true;
-        if (rc < 0 && errno != EINTR) return false;
-    }
-}
-
-}  // namespace
-
-int SocketsStartup() {
-    // A peer that vanishes must give an error from send, not kill the program.
-    std::signal(SIGPIPE, SIG_IGN);
-    socket_table::SetNativeOps({ShutdownBoth, ReleaseNative});
-    return 0;
-}
-
-void SocketsCleanup() {}
-
-SocketHandle SocketAdopt(std::intptr_t nativeSocket) {
-    SocketsStartup();
-    return socket_table::Add(nativeSocket);
-}
-
-int SocketSend(SocketHandle socket, const void* data, int length, int timeoutMilliseconds) {
-    std::intptr_t native;
-    if (!socket_table::Acquire(socket, &native)) {
-        errno = EBADF;
-        return kSocketError;
-    }
+int TcpSend(SocketHandle socket, std::intptr_t native, const void* data, int length,
+            int timeoutMilliseconds) {
     const int fd = static_cast<int>(native);
     const auto deadline = Clock::now() + std::chrono::milliseconds(timeoutMilliseconds);
     const auto* bytes = static_cast<const char*>(data);
     int done = 0;
-    int error = 0;
     while (done < length) {
         ssize_t n = ::send(fd, bytes + done, static_cast<size_t>(length - done),
                            MSG_NOSIGNAL | MSG_DONTWAIT);
@@ -115,52 +77,55 @@ int SocketSend(SocketHandle socket, const void* data, int length, int timeoutMil
             done += static_cast<int>(n);
         } else if (n < 0 && errno == EINTR) {
             continue;
-        } else if (n < 0 && errno != EAGAIN && errno != EWOULDBLOCK) {
-            error = errno;
-            break;
-        } else if (!WaitFor(socket, fd, POLLOUT, deadline)) {
-            error = errno;
-            break;
+        } else if ((n < 0 && errno != EAGAIN && errno != EWOULDBLOCK) ||
+                   !WaitFor(socket, fd, POLLOUT, deadline)) {
+            return kSocketError;
         }
     }
-    socket_table::Release(socket);
-    errno = error;
-    return error ? kSocketError : length;
+    return length;
 }
 
-int SocketReceive(SocketHandle socket, void* data, int length) {
-    std::intptr_t native;
-    if (!socket_table::Acquire(socket, &native)) {
-        errno = EBADF;
-        return kSocketError;
-    }
-    // After a reset the system reports an end of data, which a link does not take as an end.
-    if (int noted = socket_table::ReceiveError(socket)) {
-        socket_table::Release(socket);
-        errno = noted;
-        return kSocketError;
-    }
+// Blocks until data, the end or an error; closing the handle shuts the socket down, which
+// wakes it.
+int TcpReceive(SocketHandle, std::intptr_t native, void* data, int length) {
     ssize_t n;
     do {
         n = ::recv(static_cast<int>(native), data, static_cast<size_t>(length), 0);
     } while (n < 0 && errno == EINTR);
-    int saved = errno;
-    if (n < 0) socket_table::NoteReceiveError(socket, saved);
-    socket_table::Release(socket);
-    errno = saved;
     return n < 0 ? kSocketError : static_cast<int>(n);
 }
 
-int SocketWaitReadable(SocketHandle socket, int timeoutMilliseconds) {
-    std::intptr_t native;
-    if (!socket_table::Acquire(socket, &native)) return kSocketError;
+int TcpWaitReadable(SocketHandle, std::intptr_t native, int timeoutMilliseconds) {
     pollfd p{static_cast<int>(native), POLLIN, 0};
     int rc;
     do {
         rc = ::poll(&p, 1, timeoutMilliseconds);
     } while (rc < 0 && errno == EINTR);
-    socket_table::Release(socket);
     return rc < 0 ? kSocketError : (rc > 0 ? 1 : 0);
+}
+
+const socket_table::NativeOps kTcpOps{ShutdownBoth, ReleaseNative, TcpSend, TcpReceive,
+                                      TcpWaitReadable};
+
+SocketHandle AddTcp(int fd) {
+    int one = 1;
+    ::setsockopt(fd, IPPROTO_TCP, TCP_NODELAY, &one, sizeof one);
+    return socket_table::Add(fd, kTcpOps);
+}
+
+}  // namespace
+
+int SocketsStartup() {
+    // A peer that vanishes must give an error from send, not kill the program.
+    std::signal(SIGPIPE, SIG_IGN);
+    return 0;
+}
+
+void SocketsCleanup() {}
+
+SocketHandle SocketAdopt(std::intptr_t nativeSocket) {
+    SocketsStartup();
+    return socket_table::Add(nativeSocket, kTcpOps);
 }
 
 void SocketReset(SocketHandle socket) {
@@ -172,12 +137,6 @@ void SocketReset(SocketHandle socket) {
     }
     socket_table::CloseWithoutShutdown(socket);
 }
-
-void SocketClose(SocketHandle socket) {
-    if (socket != kInvalidSocket) socket_table::Close(socket);
-}
-
-int SocketLastError() { return errno; }
 
 int SocketConnectNative(std::intptr_t nativeSocket, const void* address, int addressLength,
                         int timeoutMilliseconds) {
@@ -217,9 +176,7 @@ SocketHandle SocketConnectTcp(const char* host, std::uint16_t port, int timeoutM
         ::close(fd);
         return kInvalidSocket;
     }
-    int one = 1;
-    ::setsockopt(fd, IPPROTO_TCP, TCP_NODELAY, &one, sizeof one);
-    return socket_table::Add(fd);
+    return AddTcp(fd);
 }
 
 SocketHandle SocketListenTcp(const char* address, std::uint16_t port, std::uint16_t* boundPort) {
@@ -241,7 +198,7 @@ SocketHandle SocketListenTcp(const char* address, std::uint16_t port, std::uint1
         ::getsockname(fd, reinterpret_cast<sockaddr*>(&local), &len);
         *boundPort = ntohs(local.sin_port);
     }
-    return socket_table::Add(fd);
+    return socket_table::Add(fd, kTcpOps);
 }
 
 SocketHandle SocketAccept(SocketHandle listener) {
@@ -253,17 +210,15 @@ SocketHandle SocketAccept(SocketHandle listener) {
     } while (fd < 0 && errno == EINTR);
     socket_table::Release(listener);
     if (fd < 0) return kInvalidSocket;
-    int one = 1;
-    ::setsockopt(fd, IPPROTO_TCP, TCP_NODELAY, &one, sizeof one);
-    return socket_table::Add(fd);
+    return AddTcp(fd);
 }
 
 int SocketPair(SocketHandle pair[2]) {
     SocketsStartup();
     int fds[2];
     if (::socketpair(AF_UNIX, SOCK_STREAM, 0, fds) != 0) return errno;
-    pair[0] = socket_table::Add(fds[0]);
-    pair[1] = socket_table::Add(fds[1]);
+    pair[0] = socket_table::Add(fds[0], kTcpOps);
+    pair[1] = socket_table::Add(fds[1], kTcpOps);
     return 0;
 }
 

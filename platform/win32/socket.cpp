@@ -15,6 +15,12 @@
 
 namespace plat {
 
+namespace socket_table {
+const int kClosedHandleError = WSAENOTSOCK;
+void SetSystemError(int error) { WSASetLastError(error); }
+int SystemError() { return WSAGetLastError(); }
+}  // namespace socket_table
+
 namespace {
 
 constexpr int kWaitSliceMilliseconds = 20;
@@ -112,10 +118,46 @@ void NoDelay(SOCKET s) {
     ::setsockopt(s, IPPROTO_TCP, TCP_NODELAY, reinterpret_cast<const char*>(&one), sizeof one);
 }
 
+int TcpSend(SocketHandle socket, std::intptr_t native, const void* data, int length,
+            int timeoutMilliseconds) {
+    const SOCKET s = static_cast<SOCKET>(native);
+    const auto deadline = Clock::now() + std::chrono::milliseconds(timeoutMilliseconds);
+    const auto* bytes = static_cast<const char*>(data);
+    int done = 0;
+    while (done < length) {
+        const int n = ::send(s, bytes + done, length - done, 0);
+        if (n != SOCKET_ERROR) {
+            done += n;
+        } else if (WSAGetLastError() != WSAEWOULDBLOCK ||
+                   !WaitWritableOrClosed(socket, s, deadline)) {
+            return kSocketError;
+        }
+    }
+    return length;
+}
+
+int TcpReceive(SocketHandle socket, std::intptr_t native, void* data, int length) {
+    const SOCKET s = static_cast<SOCKET>(native);
+    if (!WaitReadableOrClosed(socket, s)) return kSocketError;
+    const int n = ::recv(s, static_cast<char*>(data), length, 0);
+    return n == SOCKET_ERROR ? kSocketError : n;
+}
+
+int TcpWaitReadable(SocketHandle, std::intptr_t native, int timeoutMilliseconds) {
+    fd_set readable;
+    FD_ZERO(&readable);
+    FD_SET(static_cast<SOCKET>(native), &readable);
+    timeval tv{timeoutMilliseconds / 1000, (timeoutMilliseconds % 1000) * 1000};
+    const int rc = ::select(0, &readable, nullptr, nullptr, &tv);
+    return rc == SOCKET_ERROR ? kSocketError : (rc > 0 ? 1 : 0);
+}
+
+const socket_table::NativeOps kTcpOps{ShutdownBoth, ReleaseNative, TcpSend, TcpReceive,
+                                      TcpWaitReadable};
+
 }  // namespace
 
 int SocketsStartup() {
-    socket_table::SetNativeOps({ShutdownBoth, ReleaseNative});
     WSADATA data;
     return WSAStartup(MAKEWORD(2, 2), &data);
 }
@@ -123,73 +165,8 @@ int SocketsStartup() {
 void SocketsCleanup() { WSACleanup(); }
 
 SocketHandle SocketAdopt(std::intptr_t nativeSocket) {
-    socket_table::SetNativeOps({ShutdownBoth, ReleaseNative});
     NonBlocking(static_cast<SOCKET>(nativeSocket));
-    return socket_table::Add(nativeSocket);
-}
-
-int SocketSend(SocketHandle socket, const void* data, int length, int timeoutMilliseconds) {
-    std::intptr_t native;
-    if (!socket_table::Acquire(socket, &native)) {
-        WSASetLastError(WSAENOTSOCK);
-        return kSocketError;
-    }
-    const SOCKET s = static_cast<SOCKET>(native);
-    const auto deadline = Clock::now() + std::chrono::milliseconds(timeoutMilliseconds);
-    const auto* bytes = static_cast<const char*>(data);
-    int done = 0;
-    int error = 0;
-    while (done < length) {
-        const int n = ::send(s, bytes + done, length - done, 0);
-        if (n != SOCKET_ERROR) {
-            done += n;
-        } else if ((error = WSAGetLastError()) != WSAEWOULDBLOCK) {
-            break;
-        } else if (!WaitWritableOrClosed(socket, s, deadline)) {
-            error = WSAGetLastError();
-            break;
-        } else {
-            error = 0;
-        }
-    }
-    socket_table::Release(socket);
-    WSASetLastError(error);
-    return error ? kSocketError : length;
-}
-
-int SocketReceive(SocketHandle socket, void* data, int length) {
-    std::intptr_t native;
-    if (!socket_table::Acquire(socket, &native)) {
-        WSASetLastError(WSAENOTSOCK);
-        return kSocketError;
-    }
-    // A reset stays an error, whatever the system reports for later receives.
-    if (int noted = socket_table::ReceiveError(socket)) {
-        socket_table::Release(socket);
-        WSASetLastError(noted);
-        return kSocketError;
-    }
-    int n = SOCKET_ERROR;
-    if (WaitReadableOrClosed(socket, static_cast<SOCKET>(native))) {
-        n = ::recv(static_cast<SOCKET>(native), static_cast<char*>(data), length, 0);
-    }
-    int saved = WSAGetLastError();
-    if (n == SOCKET_ERROR && saved != 0) socket_table::NoteReceiveError(socket, saved);
-    socket_table::Release(socket);
-    WSASetLastError(saved);
-    return n == SOCKET_ERROR ? kSocketError : n;
-}
-
-int SocketWaitReadable(SocketHandle socket, int timeoutMilliseconds) {
-    std::intptr_t native;
-    if (!socket_table::Acquire(socket, &native)) return kSocketError;
-    fd_set readable;
-    FD_ZERO(&readable);
-    FD_SET(static_cast<SOCKET>(native), &readable);
-    timeval tv{timeoutMilliseconds / 1000, (timeoutMilliseconds % 1000) * 1000};
-    int rc = ::select(0, &readable, nullptr, nullptr, &tv);
-    socket_table::Release(socket);
-    return rc == SOCKET_ERROR ? kSocketError : (rc > 0 ? 1 : 0);
+    return socket_table::Add(nativeSocket, kTcpOps);
 }
 
 void SocketReset(SocketHandle socket) {
@@ -202,12 +179,6 @@ void SocketReset(SocketHandle socket) {
     }
     socket_table::CloseWithoutShutdown(socket);
 }
-
-void SocketClose(SocketHandle socket) {
-    if (socket != kInvalidSocket) socket_table::Close(socket);
-}
-
-int SocketLastError() { return WSAGetLastError(); }
 
 int SocketConnectNative(std::intptr_t nativeSocket, const void* address, int addressLength,
                         int timeoutMilliseconds) {
