@@ -5,6 +5,7 @@
 #include "model/control_store.h"
 #include "model/device_settings.h"
 #include "platform/program_lock.h"
+#include "platform/serial_port.h"
 #include "platform/signal.h"
 #include "platform/thread.h"
 
@@ -136,6 +137,7 @@ std::int32_t LinkStartReceiver(plat::WindowRef window, unsigned message) {
     if (!g_connection || g_connection->reader.socket != socket || g_connection->ended) {
         ReleaseConnection();
         auto connection = std::make_shared<Connection>(socket);
+        if (plat::IsSerialPort(socket)) connection->reader.RepeatPanelRequest();
         auto* argument = new std::shared_ptr<Connection>(connection);
         if (plat::StartDetachedThread(ConnectionMain, argument) != 0) {
             delete argument;

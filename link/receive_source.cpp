@@ -1,5 +1,7 @@
 #include "link/receive_source.h"
 
+#include "link/link_client.h"
+#include "link/wire.h"
 #include "platform/thread.h"
 
 #include <algorithm>
@@ -7,7 +9,20 @@
 
 namespace {
 
-void SocketPause(void*) { plat::SleepMilliseconds(10); }
+void SocketPause(void* context) {
+    auto* reader = static_cast<SocketReader*>(context);
+    const auto now = std::chrono::steady_clock::now();
+    if (reader->requestRepeats > 0 && !reader->anythingArrived && now >= reader->nextRequest) {
+        --reader->requestRepeats;
+        reader->nextRequest = now + kPanelRequestInterval;
+        if (Link().socket == reader->socket) {
+            std::uint8_t head[wire::kFrameHeadSize];
+            BuildFrameHead(head, wire::kOutPanelRequest, wire::kFlagsOutbound);
+            LinkSendFrameOn(reader->socket, head, sizeof head, kSendTimeoutMs);
+        }
+    }
+    plat::SleepMilliseconds(10);
+}
 
 // Serves what the buffer holds, then reads the socket once for the rest: a frame cut at the
 // buffer's end costs no pause, only a read that truly came short does.
@@ -35,6 +50,7 @@ int BufferedRead(void* context, void* data, int length) {
             got = static_cast<int>(n);
         }
     }
+    if (got > 0) reader->anythingArrived = true;
     if (got == plat::kSocketError) {
         // The bytes served from the buffer are this call's; the error is the next one's.
         reader->failed = true;
@@ -55,6 +71,11 @@ int MemoryRead(void* context, void* data, int length) {
 void MemoryPause(void*) {}
 
 }  // namespace
+
+void SocketReader::RepeatPanelRequest() {
+    requestRepeats = kPanelRequestRepeats;
+    nextRequest = std::chrono::steady_clock::now() + kPanelRequestInterval;
+}
 
 ReceiveSource BufferedReceiveSource(SocketReader* reader) {
     ReceiveSource source;

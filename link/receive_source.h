@@ -3,6 +3,7 @@
 
 #include "platform/socket.h"
 
+#include <chrono>
 #include <cstddef>
 #include <cstdint>
 
@@ -29,7 +30,16 @@ struct SocketReader {
     std::size_t end = 0;
     // The socket failed: once the bytes read before it are served, every read fails too.
     bool failed = false;
+    // A device on a serial port may restart as the port opens (a board reset by DTR, its boot
+    // loader swallowing the first second) and miss the panel request: while nothing has
+    // arrived, the request goes out again every so often, a few times.
+    bool anythingArrived = false;
+    int requestRepeats = 0;
+    std::chrono::steady_clock::time_point nextRequest;
+    void RepeatPanelRequest();
 };
+inline constexpr int kPanelRequestRepeats = 5;
+inline constexpr std::chrono::milliseconds kPanelRequestInterval{2000};
 // Reads the connection through its read-ahead, pausing 10 ms after an incomplete read.
 ReceiveSource BufferedReceiveSource(SocketReader* reader);
 

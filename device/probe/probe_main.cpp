@@ -9,6 +9,7 @@
 #include "model/device_settings.h"
 #include "platform/message_box.h"
 #include "platform/post.h"
+#include "platform/serial_port.h"
 #include "platform/socket.h"
 #include "platform/utf.h"
 
@@ -186,10 +187,15 @@ int main(int argc, char** argv) {
     plat::SetMessageBoxHook(OnBox);
     SetWorkerEndObserver(OnWorkerEnd);
     LinkInit();
-    const plat::SocketHandle socket = plat::SocketConnectTcp(options.host.c_str(), options.port, kConnectTimeoutMs);
+    const NetworkDevice& device = options.device;
+    const bool serial = !device.serialPort.empty();
+    const plat::SocketHandle socket =
+        serial ? plat::SerialOpen(device.serialPort, device.baud)
+               : plat::SocketConnectTcp(device.host.c_str(), device.port, kConnectTimeoutMs);
     if (socket == plat::kInvalidSocket) {
-        std::fprintf(stderr, "panel-probe: cannot connect to %s:%u\n", options.host.c_str(),
-                     static_cast<unsigned>(options.port));
+        const std::string where = serial ? device.serialPort + "@" + std::to_string(device.baud)
+                                         : device.host + ":" + std::to_string(device.port);
+        std::fprintf(stderr, "panel-probe: cannot connect to %s\n", where.c_str());
         return 1;
     }
     const std::int32_t started = LinkStart(socket, kProbeWindow, kResultMessage);

@@ -1,15 +1,19 @@
 #include "device/probe/probe_options.h"
 
+#include "platform/utf.h"
+
 #include <charconv>
 #include <cstring>
 
 namespace probe {
 
 const char kProbeUsage[] =
-    "usage: panel-probe HOST:PORT [--set KEY=VALUE]... [--change KEY OLD NEW]... [--watch]\n"
+    "usage: panel-probe DEVICE [--set KEY=VALUE]... [--change KEY OLD NEW]... [--watch]\n"
     "                   [--timeout SECONDS]\n"
     "Connects as the client does and prints, one JSON object a line, every link result and,\n"
     "after each panel and update, every control with the fields the client decoded.\n"
+    "  DEVICE            HOST:PORT, or a serial port: a tty's path (/dev/ttyACM0, a pty) or\n"
+    "                    COMn, with @SPEED in bits per second (115200 when none is given)\n"
     "  --set KEY=VALUE   after the panel arrives, store VALUE into control KEY (decimal or 0x\n"
     "                    hex) as the client's editors do. All values are sent together in one\n"
     "                    value message, in the panel's order. VALUE by type: text as is;\n"
@@ -38,12 +42,6 @@ bool ParseInteger(std::string_view text, T* out) {
     return !text.empty() && ec == std::errc() && p == text.data() + text.size();
 }
 
-bool ParseTarget(const std::string& target, ProbeOptions* out) {
-    const std::size_t colon = target.rfind(':');
-    if (colon == std::string::npos || colon == 0) return false;
-    out->host = target.substr(0, colon);
-    return ParseInteger(std::string_view(target).substr(colon + 1), &out->port) && out->port != 0;
-}
 
 }  // namespace
 
@@ -83,17 +81,19 @@ bool ParseProbeOptions(int argc, const char* const* argv, ProbeOptions* out, std
                 return false;
             }
             timeoutGiven = true;
-        } else if (arg.rfind("--", 0) != 0 && out->host.empty()) {
-            if (!ParseTarget(arg, out)) {
-                *error = "the device is HOST:PORT, not " + arg;
+        } else if (arg.rfind("--", 0) != 0 && !out->deviceGiven) {
+            const std::u16string problem = ParseDeviceAddress(plat::Utf8ToUtf16(arg), &out->device);
+            if (!problem.empty()) {
+                *error = arg + ": " + plat::Utf16ToUtf8(problem);
                 return false;
             }
+            out->deviceGiven = true;
         } else {
             *error = "unknown or incomplete option " + arg;
             return false;
         }
     }
-    if (out->host.empty()) {
+    if (!out->deviceGiven) {
         *error = "no device given";
         return false;
     }

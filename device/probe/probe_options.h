@@ -1,6 +1,8 @@
 // The command line of panel-probe.
 #pragma once
 
+#include "link/network_devices.h"
+
 #include <cstdint>
 #include <string>
 #include <vector>
@@ -20,8 +22,8 @@ struct ProbeChange {
 };
 
 struct ProbeOptions {
-    std::string host;
-    std::uint16_t port = 0;
+    NetworkDevice device;  // host and port, or a serial port and its speed
+    bool deviceGiven = false;
     std::vector<ProbeSet> sets;
     std::vector<ProbeChange> changes;
     bool watch = false;

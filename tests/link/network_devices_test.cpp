@@ -5,11 +5,14 @@
 
 namespace {
 
-// Each device as "name@host:port;".
+// Each device as "name@host:port;", or "name@port/speed;" for a serial one.
 std::string Devices(const NetworkDeviceList& list) {
     std::string out;
     for (const auto& d : list.devices) {
-        out += plat::Utf16ToUtf8(d.name) + "@" + d.host + ":" + std::to_string(d.port) + ";";
+        out += plat::Utf16ToUtf8(d.name) + "@" +
+               (d.serialPort.empty() ? d.host + ":" + std::to_string(d.port)
+                                     : d.serialPort + "/" + std::to_string(d.baud)) +
+               ";";
     }
     return out;
 }
@@ -32,6 +35,9 @@ TEST(NetworkDevices, ParsesEntriesAndSkipsMalformedOnes) {
         {u"A=my host:80", "", 1},
         {u"A=h\u00e9st:80", "", 1},
         {u"x;y;z", "", 3},
+        {u"Uno=COM5;Hc=com12@9600;Tty=/dev/ttyACM0@57600", "Uno@COM5/115200;Hc@com12/9600;"
+                                                           "Tty@/dev/ttyACM0/57600;", 0},
+        {u"A=COM5@;B=COM5@fast;C=COM5@4000001;D=COM0;E=COMX", "", 5},
         {std::u16string(300, u'n') + u"=h:1", std::string(255, 'n') + "@h:1;", 0},
     };
     for (const auto& c : cases) {
