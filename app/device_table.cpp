@@ -1,6 +1,7 @@
 #include "app/device_table.h"
 
 #include "app/bluetooth.h"
+#include "platform/serial_port.h"
 
 DeviceTable& Devices() {
     static DeviceTable table;
@@ -17,11 +18,18 @@ plat::SocketHandle ConnectToDevice(DeviceTable& table, HWND, int index) {
     if (table.socket != plat::kInvalidSocket) return plat::kInvalidSocket;
     if (index < 0 || index >= table.count) return plat::kInvalidSocket;
     const DeviceEntry& entry = table.entries[index];
-    if (entry.overTcp) {
+    switch (entry.kind) {
+    case DeviceKind::kNetwork:
         table.socket = plat::SocketConnectTcp(entry.host, entry.port, kConnectTimeoutMs);
-    } else {
+        break;
+    case DeviceKind::kSerial:
+        table.socket = plat::SerialOpen(entry.serialPort, entry.baud);
+        break;
+    case DeviceKind::kBluetooth: {
         std::intptr_t native = BluetoothConnect(entry.address, kConnectTimeoutMs);
         table.socket = native == -1 ? plat::kInvalidSocket : plat::SocketAdopt(native);
+        break;
+    }
     }
     return table.socket;
 }

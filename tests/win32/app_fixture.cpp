@@ -30,6 +30,8 @@ std::int32_t FakeInquiry(int, int maxDevices, std::vector<FoundDevice>* found) {
     return g_neighbourhood.bluetoothResult;
 }
 
+std::vector<plat::SerialPortName> NoSerialPorts() { return {}; }
+
 }  // namespace
 
 std::vector<FoundDevice> NamedDevices(int count) {
@@ -62,14 +64,17 @@ void ProgramTest::TearDown() {
     }
     plat::SocketClose(listener);
     listener = plat::kInvalidSocket;
-    SetBluetoothInquiryForTest(nullptr);
+    SetDeviceSourcesForTest({});
     SetEnvironmentVariableW(L"TREMOLANTH_DEVICES", nullptr);
     Devices().count = 0;
 }
 
 void ProgramTest::Start(const Neighbourhood& neighbourhood) {
     g_neighbourhood = neighbourhood;
-    SetBluetoothInquiryForTest(FakeInquiry);
+    DeviceSources sources;
+    sources.inquiry = FakeInquiry;
+    if (!neighbourhood.machineSerialPorts) sources.serialPorts = NoSerialPorts;
+    SetDeviceSourcesForTest(sources);
     SetEnvironmentVariableW(L"TREMOLANTH_DEVICES", neighbourhood.networkDevices.empty()
                                                          ? nullptr
                                                          : neighbourhood.networkDevices.c_str());

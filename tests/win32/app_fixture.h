@@ -24,11 +24,13 @@ namespace app_testing {
 
 using testing_support::Bytes;
 
-// The device table's source for one run: Bluetooth answers and the TREMOLANTH_DEVICES text.
+// The device table's source for one run: Bluetooth answers, the TREMOLANTH_DEVICES text and
+// the machine's serial ports (none, unless the run asks for the ones Wine has).
 struct Neighbourhood {
     std::vector<FoundDevice> bluetooth;
     std::int32_t bluetoothResult = 0;
     std::wstring networkDevices;  // empty: the variable is unset
+    bool machineSerialPorts = false;
 };
 
 std::vector<FoundDevice> NamedDevices(int count);
