@@ -1,5 +1,5 @@
 # The two commands of the README: `make demo` and `make test`. The rest serves development.
-.PHONY: all native windows test demo dist fuzz fuzz-build tsan bench bench-wine clean deps firmware-size
+.PHONY: all native windows test demo dist fuzz fuzz-build tsan bench bench-wine clean deps firmware-size uno-demo
 
 JOBS ?= $(shell nproc 2>/dev/null || echo 2)
 NATIVE := build/native
@@ -25,6 +25,10 @@ test:
 # Runs the program under Wine against the demo device.
 demo:
 	@tools/demo
+
+# Runs the program under Wine against the thermostat on a simulated Arduino Uno, on COM9.
+uno-demo:
+	@tools/demo uno
 
 # A zip of the Windows programs and a short text on running them: build/tremolanth-windows.zip.
 dist:
