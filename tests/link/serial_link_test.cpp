@@ -17,6 +17,7 @@
 
 #include <atomic>
 #include <chrono>
+#include <string>
 
 using namespace testing_support;
 
@@ -112,6 +113,33 @@ TEST_F(PtyLinkTest, ASilentDeviceIsAskedAgainAndAPulledPortEndsTheWorker) {
     EXPECT_TRUE(WaitUntil([] { return g_closedEnds == 1 && !Link().workerRunning; }));
     EXPECT_EQ(0u, posts.Pending());
     EXPECT_EQ(0u, boxes.Count());
+}
+
+// A port that does not exist, is busy or cannot be configured is not opened.
+TEST(SerialOpen, MissingBusyAndUnconfigurablePortsAreRefused) {
+    int master = -1, slave = -1;
+    ASSERT_EQ(0, openpty(&master, &slave, nullptr, nullptr, nullptr));
+    const std::string tty = ttyname(slave);
+    const plat::SocketHandle first = plat::SerialOpen(tty, 9600);
+    ASSERT_NE(plat::kInvalidSocket, first);
+    const char* notATty = "/proc/self/cmdline";
+    const struct {
+        std::string path;
+        std::uint32_t baud;
+        const char* why;
+    } refused[] = {{tty, 9600, "busy"},
+                   {"/dev/no-such-port", 115200, "missing"},
+                   {notATty, 115200, "not a tty"}};
+    for (const auto& r : refused) {
+        EXPECT_EQ(plat::kInvalidSocket, plat::SerialOpen(r.path, r.baud)) << r.why;
+    }
+    plat::SocketClose(first);
+    EXPECT_EQ(plat::kInvalidSocket, plat::SerialOpen(tty, 12345)) << "a speed it does not take";
+    const plat::SocketHandle again = plat::SerialOpen(tty, 9600);
+    EXPECT_NE(plat::kInvalidSocket, again) << "free once closed";
+    plat::SocketClose(again);
+    ::close(master);
+    ::close(slave);
 }
 
 #endif
