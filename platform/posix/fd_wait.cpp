@@ -3,6 +3,7 @@
 #include "platform/socket_table.h"
 
 #include <poll.h>
+#include <sys/types.h>
 
 #include <algorithm>
 #include <cerrno>
@@ -35,6 +36,25 @@ bool WaitFor(SocketHandle handle, int fd, short events, Clock::time_point deadli
         if (rc > 0) return true;
         if (rc < 0 && errno != EINTR) return false;
     }
+}
+
+int WriteWithin(SocketHandle handle, int fd, const void* data, int length,
+                int timeoutMilliseconds, WriteSome writeSome) {
+    const auto deadline = Clock::now() + std::chrono::milliseconds(timeoutMilliseconds);
+    const auto* bytes = static_cast<const char*>(data);
+    int done = 0;
+    while (done < length) {
+        const long n = writeSome(fd, bytes + done, static_cast<unsigned long>(length - done));
+        if (n > 0) {
+            done += static_cast<int>(n);
+        } else if (n < 0 && errno == EINTR) {
+            continue;
+        } else if ((n < 0 && errno != EAGAIN && errno != EWOULDBLOCK) ||
+                   !WaitFor(handle, fd, POLLOUT, deadline)) {
+            return kSocketError;
+        }
+    }
+    return length;
 }
 
 }  // namespace plat::posix

@@ -17,4 +17,10 @@ int MillisecondsLeft(Clock::time_point deadline);
 // ETIMEDOUT), the handle was closed (EBADF) or poll failed.
 bool WaitFor(SocketHandle handle, int fd, short events, Clock::time_point deadline);
 
+// Writes every byte with writeSome (a call that never blocks), waiting for room between
+// calls: length, or kSocketError when the time ran out, the handle was closed or a write failed.
+using WriteSome = long (*)(int fd, const void* data, unsigned long size);
+int WriteWithin(SocketHandle handle, int fd, const void* data, int length,
+                int timeoutMilliseconds, WriteSome writeSome);
+
 }  // namespace plat::posix

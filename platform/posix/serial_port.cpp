@@ -38,23 +38,13 @@ bool SpeedOf(std::uint32_t baud, speed_t* speed) {
     return false;
 }
 
+// The port was opened without blocking: a write takes what fits.
 int SerialSend(SocketHandle handle, std::intptr_t native, const void* data, int length,
                int timeoutMilliseconds) {
-    const int fd = static_cast<int>(native);
-    const auto deadline = Clock::now() + std::chrono::milliseconds(timeoutMilliseconds);
-    const auto* bytes = static_cast<const char*>(data);
-    int done = 0;
-    while (done < length) {
-        const ssize_t n = ::write(fd, bytes + done, static_cast<size_t>(length - done));
-        if (n > 0) {
-            done += static_cast<int>(n);
-        } else if (n < 0 && errno == EINTR) {
-            continue;
-        } else if ((n < 0 && errno != EAGAIN) || !WaitFor(handle, fd, POLLOUT, deadline)) {
-            return kSocketError;
-        }
-    }
-    return length;
+    return posix::WriteWithin(handle, static_cast<int>(native), data, length, timeoutMilliseconds,
+                              [](int fd, const void* bytes, unsigned long size) -> long {
+                                  return ::write(fd, bytes, size);
+                              });
 }
 
 // What has arrived, or 0 after the wait; a tty whose other end went away reads as an end of

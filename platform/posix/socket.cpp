@@ -34,7 +34,6 @@ namespace {
 
 using posix::Clock;
 using posix::MillisecondsLeft;
-using posix::WaitFor;
 
 constexpr int kListenResolveMilliseconds = 10000;
 
@@ -66,23 +65,10 @@ bool ResolveIpv4(const char* host, sockaddr_in* out, int timeoutMilliseconds) {
 
 int TcpSend(SocketHandle socket, std::intptr_t native, const void* data, int length,
             int timeoutMilliseconds) {
-    const int fd = static_cast<int>(native);
-    const auto deadline = Clock::now() + std::chrono::milliseconds(timeoutMilliseconds);
-    const auto* bytes = static_cast<const char*>(data);
-    int done = 0;
-    while (done < length) {
-        ssize_t n = ::send(fd, bytes + done, static_cast<size_t>(length - done),
-                           MSG_NOSIGNAL | MSG_DONTWAIT);
-        if (n > 0) {
-            done += static_cast<int>(n);
-        } else if (n < 0 && errno == EINTR) {
-            continue;
-        } else if ((n < 0 && errno != EAGAIN && errno != EWOULDBLOCK) ||
-                   !WaitFor(socket, fd, POLLOUT, deadline)) {
-            return kSocketError;
-        }
-    }
-    return length;
+    return posix::WriteWithin(socket, static_cast<int>(native), data, length, timeoutMilliseconds,
+                              [](int fd, const void* bytes, unsigned long size) -> long {
+                                  return ::send(fd, bytes, size, MSG_NOSIGNAL | MSG_DONTWAIT);
+                              });
 }
 
 // Blocks until data, the end or an error; closing the handle shuts the socket down, which
