@@ -88,8 +88,8 @@ SocketHandle SerialOpen(const std::string& path, std::uint32_t baud) {
     if (ok) {
         ::cfmakeraw(&tty);
         tty.c_cflag |= CLOCAL | CREAD;
-        tty.c_cflag &= ~(CRTSCTS | CSTOPB | PARENB);
-        tty.c_iflag &= ~(IXON | IXOFF | IXANY);
+        tty.c_cflag &= ~static_cast<tcflag_t>(CRTSCTS | CSTOPB | PARENB);
+        tty.c_iflag &= ~static_cast<tcflag_t>(IXON | IXOFF | IXANY);
         tty.c_cc[VMIN] = 1;
         tty.c_cc[VTIME] = 0;
         ok = ::cfsetispeed(&tty, speed) == 0 && ::cfsetospeed(&tty, speed) == 0 &&
