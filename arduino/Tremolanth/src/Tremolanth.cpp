@@ -2,28 +2,49 @@
 
 #include <string.h>
 
+// What a control type is, in flash. Each declaration names its own kind, so a type the sketch
+// never declares leaves its value and apply functions out of the firmware.
+struct TrmKind {
+    uint8_t tag;
+    uint8_t attributes;  // the first of its attributes in kLetters and kOps
+    uint8_t count;       // and how many
+    uint8_t options;
+    uint8_t item;        // the bytes of a value the client sends, or kItemVariable, kItemRefused
+    uint8_t flags;       // record flags every control of the kind has, bits 16 to 23
+    // The control's value (what: the TrmControl): its item in a value update, and behind its
+    // byte count in the record (how: kRecord).
+    TrmWriter::Part value;
+    // Takes a complete item into the sketch's variable; kEcho and kChanged bits.
+    uint8_t (*apply)(Tremolanth& device, TrmControl& c);
+};
+
 namespace {
 
-// The client's control types.
-enum Type : uint8_t {
-    kTypeText = 1,
-    kTypeButton = 2,
-    kTypeCheckBox = 3,
-    kTypeSection = 4,
-    kTypeDateTime = 5,
-    kTypeNumber = 6,
-    kTypeChart = 7,
-    kTypePassword = 8,
-    kTypeList = 9,
-    kTypeMessage = 10,
-    kTypeBlob = 11,
-    kTypeFiles = 12,
-    kTypeImage = 14,
-};
+const uint8_t kRecord = 1;  // how a value is written into its record
+
+// Kind options.
+const uint8_t kShowValue = 0x01;   // the row shows a value text after the title
+const uint8_t kTable = 0x02;       // a chart shown as a data table
+const uint8_t kOwnsGroup = 0x04;   // section, password: the controls after it follow it
+const uint8_t kTerminated = 0x08;  // the variable's last byte stays a terminator
+const uint8_t kTrailer = 0x10;     // an empty item of the same key follows each item
+const uint8_t kRadio = 0x20;       // boxes bound to one variable
+const uint8_t kList = 0x40;        // items to count
+const uint8_t kDecimals = 0x80;    // a number: fixed decimals when its exponent is negative
+
+// Kind items. 0: the control has no value item (files, images: the record carries their
+// data), and the client's empty item presses it.
+const uint8_t kItemVariable = 0xFF;  // the variable's size, the bytes going straight into it
+const uint8_t kItemRefused = 0xFE;   // the client sets no value of it (charts)
+
+// What an apply function reports.
+const uint8_t kEcho = 0x01;     // send the value the sketch kept back to the client
+const uint8_t kChanged = 0x02;  // poll() returns the key
 
 // Messages go out as hidden slots ahead of the controls, one for each row count the client
 // can show: it pops up the Message standing at the position equal to its row count.
 const uint16_t kSlotKeys = 0x100;
+const uint16_t kNoKey = 0xFFFF;  // a key no control has
 const uint8_t kPasswordField = TRM_PASSWORD_FIELD;
 const uint8_t kPasswordItem = 2 * TRM_PASSWORD_FIELD;
 const uint8_t kStyleTable = 3;
@@ -33,258 +54,105 @@ const uint8_t kFirstEmpty = 0x01;
 const uint8_t kFirstGood = 0x02;
 const uint8_t kOverlong = 0x04;
 
-void putStream(void* stream, uint8_t byte) { static_cast<Stream*>(stream)->write(byte); }
-
-const char* flash(TrmText text) { return reinterpret_cast<const char*>(text); }
-
-uint32_t le32(const uint8_t* p) {
-    return static_cast<uint32_t>(p[0]) | (static_cast<uint32_t>(p[1]) << 8) |
-           (static_cast<uint32_t>(p[2]) << 16) | (static_cast<uint32_t>(p[3]) << 24);
-}
+// The texts of a control.
+enum Text : uint8_t { kTextLabel, kTextFormat, kTextItems };
 
 // Items separated by '|' in a flash text.
-uint32_t countItems(TrmText items) {
-    const char* p = flash(items);
+uint16_t countItems(TrmText items) {
+    const char* p = reinterpret_cast<const char*>(items);
     if (!p || TRM_FLASH_BYTE(p) == 0) return 0;
-    uint32_t n = 1;
-    for (uint8_t c; (c = TRM_FLASH_BYTE(p)) != 0; ++p) n += c == '|' ? 1 : 0;
+    uint16_t n = 1;
+    for (uint8_t c; (c = TRM_FLASH_BYTE(p)) != 0; ++p) {
+        if (c == '|') ++n;
+    }
     return n;
 }
 
-// The bytes a value item of the control carries, and what it takes from the client.
-uint16_t valueSize(const TrmControl& c) {
-    switch (c.type) {
-    case kTypeText:
-    case kTypeBlob: return c.size;
-    case kTypeDateTime: return 8;
-    case kTypeNumber:
-    case kTypeList: return 4;
-    case kTypePassword: return kPasswordItem;
-    case kTypeFiles:
-    case kTypeImage: return 0;
-    default: return 1;
-    }
-}
+// What each attribute carries; the letters of a kind are a run of kLetters, their values the
+// same run of kOps. A text's op is its index in TrmControl::texts.
+enum Op : uint8_t {
+    kOpLabel = kTextLabel,
+    kOpFormat = kTextFormat,
+    kOpItems = kTextItems,
+    kOpLow,
+    kOpHigh,
+    kOpDecimals,
+    kOpExponent
+};
+const char kLetters[] TRM_PROGMEM = "ZfdmnxZrZmZnNAFDMZIn";
+const uint8_t kOps[] TRM_PROGMEM = {
+    kOpLabel, kOpFormat, kOpDecimals, kOpExponent, kOpLow, kOpHigh,          // number, date-time
+    kOpLabel, kOpHigh,                                                       // radio
+    kOpLabel, kOpLow,                                                        // text
+    kOpLabel, kOpHigh, kOpLow, kOpItems, kOpFormat, kOpDecimals, kOpExponent,  // chart
+    kOpLabel, kOpItems, kOpHigh};                                            // list
+const uint8_t kAttrNumber = 0, kAttrRadio = 6, kAttrText = 8, kAttrChart = 10, kAttrList = 17;
 
-bool ownsGroup(const TrmControl& c) { return c.type == kTypeSection || c.type == kTypePassword; }
+// A Message slot's record around its key and size: tag, hidden, then no value, one attribute:
+// 'm', the bytes a Message's text takes.
+const uint8_t kSlotRecord = 27;
+const uint8_t kSlotHead[] TRM_PROGMEM = {TRM_TAG_MESSAGE, 0, TRM_HIDDEN, 0, 0, 0};
+const uint8_t kSlotTail[] TRM_PROGMEM = {0, 0, 0, 0, 1, 0, 0, 0, 'm', 4, 0, 0, 0};
 
-}  // namespace
-
-// ---- The panel as the sketch describes it --------------------------------------------------
-
-void TrmPanel::visit(TrmControl& c) {
-    if (c.type == kTypeMessage) {
-        if (pass_ == kCount) {
-            ++messages_;
-            const size_t bytes = TrmWriter::textLength(flash(c.label), kTrmFlash) + 1;
-            if (bytes > messageBytes_) messageBytes_ = static_cast<uint16_t>(bytes);
-        } else if (pass_ == kFind && key_ == c.key) {
-            *found_ = c;
-        }
-        return;
-    }
-    if (index_ >= TRM_MAX_CONTROLS) return;  // beyond what the hidden bits can hold
-    c.index = index_++;
-    if (ownsGroup(c)) {
-        group_ = static_cast<uint8_t>(c.index + 1);
-        groupOpen_ = *static_cast<bool*>(c.var);
-        c.group = 0;
-    } else {
-        c.group = group_;
-    }
-    if (device_.hiddenBit(c.index) || (c.group != 0 && !groupOpen_)) c.flags |= TRM_HIDDEN;
-
-    switch (pass_) {
-    case kCount:
-        ++controls_;
-        if (!(c.flags & TRM_HIDDEN)) ++visible_;
-        settings_ = static_cast<uint16_t>(settings_ + (c.type == kTypeChart && c.width & 0x80 ? 3 : 2));
-        break;
-    case kSettings: {
-        const uint32_t title = static_cast<uint32_t>(TrmWriter::textLength(flash(c.label), kTrmFlash));
-        writer_->setting(c.key, TRM_SETTING_TITLE_LENGTH, title);
-        // Types without a value text of their own would repeat the title after it.
-        const bool valueText = c.type == kTypeText || c.type == kTypeDateTime || c.type == kTypeNumber ||
-                               c.type == kTypeList;
-        writer_->setting(c.key, TRM_SETTING_VALUE_SHOW,
-                         valueText ? TRM_SHOW_COLON_SPACE : TRM_SHOW_NONE);
-        if (c.type == kTypeChart && c.width & 0x80) writer_->setting(c.key, TRM_SETTING_STYLE, kStyleTable);
-        break;
-    }
-    case kRecords: {
-        TrmWriter counter(0, 0);
-        device_.writeRecord(counter, c);
-        writer_->u32(static_cast<uint32_t>(counter.count()));
-        device_.writeRecord(*writer_, c);
-        break;
-    }
-    case kFind:
-        if (key_ == c.key) *found_ = c;
-        break;
-    case kItems:
-        if (layout_ ? (group_of_ != 0 ? c.group == group_of_ : c.key == key_)
-                    : (var_ != 0 ? c.var == var_ : c.key == key_)) {
-            TrmWriter counter(0, 0);
-            if (layout_) {
-                writer_->itemHead(c.key, 4);
-                writer_->layout((c.flags & TRM_HIDDEN) != 0, false, 0, false, 0);
-            } else if (device_.writeValue(counter, c)) {
-                writer_->itemHead(c.key, static_cast<uint32_t>(counter.count()));
-                device_.writeValue(*writer_, c);
-            } else {
-                break;
-            }
-            ++items_;
-        }
-        break;
-    }
-}
-
-void TrmPanel::endGroup() { group_ = 0; }
-
-namespace {
-
-TrmControl make(uint8_t type, uint8_t key, TrmText label, uint32_t flags, void* var,
-                uint16_t size) {
-    TrmControl c;
-    memset(&c, 0, sizeof c);
-    c.type = type;
-    c.key = key;
-    c.label = label;
-    c.flags = flags;
-    c.var = var;
-    c.size = size;
-    return c;
-}
-
-}  // namespace
-
-void TrmPanel::text(uint8_t key, TrmText label, char* value, uint8_t size, uint32_t flags) {
-    TrmControl c = make(kTypeText, key, label, flags, value, size);
-    visit(c);
-}
-
-void TrmPanel::button(uint8_t key, TrmText label) {
-    TrmControl c = make(kTypeButton, key, label, 0, 0, 1);
-    visit(c);
-}
-
-void TrmPanel::checkBox(uint8_t key, TrmText label, bool& value) {
-    TrmControl c = make(kTypeCheckBox, key, label, 0, &value, 1);
-    visit(c);
-}
-
-void TrmPanel::radio(uint8_t key, TrmText label, uint8_t& choice, uint8_t value) {
-    TrmControl c = make(kTypeCheckBox, key, label, 0, &choice, 1);
-    c.low = value;
-    c.width = 1;  // a radio box
-    visit(c);
-}
-
-void TrmPanel::section(uint8_t key, TrmText label, bool& open) {
-    TrmControl c = make(kTypeSection, key, label, 0, &open, 1);
-    visit(c);
-}
-
-void TrmPanel::dateTime(uint8_t key, TrmText label, TrmDateTime& value, TrmText format,
-                        uint32_t flags) {
-    TrmControl c = make(kTypeDateTime, key, label, flags, &value, 8);
-    c.text1 = format;
-    visit(c);
-}
-
-void TrmPanel::number(uint8_t key, TrmText label, int32_t& value, int32_t minimum,
-                      int32_t maximum, TrmText format, int8_t exponent) {
-    TrmControl c = make(kTypeNumber, key, label,
-                        TRM_EDITABLE | TRM_MINIMUM_APPLIES | TRM_MAXIMUM_APPLIES, &value, 4);
-    c.text1 = format;
-    c.low = minimum;
-    c.high = maximum;
-    c.exponent = exponent;
-    // Tenths show one decimal, hundredths two: the digits a fraction needs, zeros kept.
-    if (exponent < 0) c.flags |= TRM_NUMBER_FIXED;
-    visit(c);
-}
-
-void TrmPanel::number(uint8_t key, TrmText label, int32_t& value, TrmText format,
-                      int8_t exponent) {
-    TrmControl c = make(kTypeNumber, key, label, exponent < 0 ? TRM_NUMBER_FIXED : 0, &value, 4);
-    c.text1 = format;
-    c.exponent = exponent;
-    visit(c);
-}
-
-void TrmPanel::ringControl(uint8_t key, TrmText label, TrmRingState& ring, const void* values,
-                           const void* samples, uint8_t width, uint8_t series, uint8_t rows,
-                           TrmText names, TrmText units, int8_t exponent, bool table) {
-    const uint32_t widthBits = width == 1 ? TRM_DATA_WIDTH8 : width == 2 ? TRM_DATA_WIDTH16 : 0;
-    uint32_t flags = widthBits;
-    // Samples share the values' width; the sample width bits sit two places lower.
-    if (samples) flags |= TRM_SAMPLES_NUMERIC | (widthBits >> 2);
-    if (exponent < 0) flags |= (TRM_NUMBER_FIXED >> 20) << TRM_DATA_STYLE_SHIFT;
-    TrmControl c = make(kTypeChart, key, label, flags, &ring, rows);
-    c.data = values;
-    c.extra = samples;
-    c.text1 = names;
-    c.text2 = units;
-    c.low = series;
-    c.exponent = exponent;
-    c.width = static_cast<uint8_t>(width | (table ? 0x80 : 0));
-    visit(c);
-}
-
-void TrmPanel::password(uint8_t key, TrmText label, bool& loggedIn, TrmPasswordCheck check) {
-    TrmControl c = make(kTypePassword, key, label, TRM_EDITABLE, &loggedIn, 1);
-    c.extra = reinterpret_cast<const void*>(check);
-    visit(c);
-}
-
-void TrmPanel::list(uint8_t key, TrmText label, TrmText items, uint8_t& selected) {
-    TrmControl c = make(kTypeList, key, label, 0, &selected, 4);
-    c.text1 = items;
-    c.high = static_cast<int32_t>(countItems(items));
-    visit(c);
-}
-
-void TrmPanel::message(uint8_t key, TrmText text, uint32_t icon) {
-    TrmControl c = make(kTypeMessage, key, text, icon, 0, 0);
-    visit(c);
-}
-
-void TrmPanel::blob(uint8_t key, TrmText label, uint8_t* data, uint16_t size, uint32_t flags) {
-    TrmControl c = make(kTypeBlob, key, label, flags, data, size);
-    visit(c);
-}
-
-void TrmPanel::image(uint8_t key, TrmText label, const uint8_t* data, uint16_t size,
-                     bool pressable) {
-    TrmControl c = make(kTypeImage, key, label, pressable ? TRM_EDITABLE : 0, 0, size);
-    c.data = data;
-    visit(c);
-}
-
-void TrmPanel::files(uint8_t key, TrmText label, TrmText name, const uint8_t* content,
-                     uint16_t size) {
-    TrmControl c = make(kTypeFiles, key, label, TRM_FOR_BROWSER, 0, size);
-    c.data = content;
-    c.text1 = name;
-    visit(c);
-}
-
-// ---- What the device sends -----------------------------------------------------------------
-
-namespace {
+// The bit of a control's hidden flag in its byte of Tremolanth::hidden_.
+const uint8_t kBits[8] TRM_PROGMEM = {1, 2, 4, 8, 16, 32, 64, 128};
+uint8_t bitOf(uint8_t index) { return TRM_FLASH_BYTE(&kBits[index & 7]); }
 
 const char kServerText[] TRM_PROGMEM = "Tremolanth device library 1.0";
 const char kUntitled[] TRM_PROGMEM = "Arduino";
+const char kPlainFormat[] TRM_PROGMEM = "%f";
 
-void label(TrmWriter& w, const TrmControl& c) { w.countedText(flash(c.label), kTrmFlash, false); }
+const char* flash(TrmText text) { return reinterpret_cast<const char*>(text); }
 
-// The attribute block of a record whose only attribute is its label.
-void labelOnly(TrmWriter& w, const TrmControl& c) {
-    w.u32(1);
-    w.u8('Z');
-    label(w, c);
+// p kept in a pointer register: with one global device (and the one shared panel) the compiler
+// would address each field at its fixed place, in instructions twice as long.
+template <typename T> T* reached(T* p) {
+#if defined(__GNUC__)
+    __asm__("" : "+r"(p));
+#endif
+    return p;
+}
+TrmText plainIfNull(TrmText format) {
+    return format ? format : reinterpret_cast<TrmText>(kPlainFormat);
+}
+
+// Function pointers of a kind, read from flash.
+template <typename T> T flashPointer(const T* p) {
+#ifdef __AVR__
+    return reinterpret_cast<T>(pgm_read_word(p));
+#else
+    return *p;
+#endif
+}
+
+uint8_t optionsOf(const TrmControl& c) { return TRM_FLASH_BYTE(&c.kind->options); }
+
+void attribute(TrmWriter& w, const TrmControl& c, uint8_t op) {
+    if (op <= kOpItems) {
+        w.countedText(flash(c.texts[op]), op == kOpItems ? TrmWriter::kItems : TrmWriter::kPlain);
+    } else if (op <= kOpHigh) {
+        w.u32Size(4);
+        w.bytes(op == kOpLow ? &c.low : &c.high, 4);  // little-endian, as the wire
+    } else {
+        w.u32Size(1);
+        w.u8(static_cast<uint8_t>(op == kOpExponent ? c.exponent
+                                  : c.exponent < 0  ? -c.exponent
+                                                    : 0));
+    }
+}
+
+void record(TrmWriter& w, const void* control, uint8_t) {
+    const TrmControl& c = *static_cast<const TrmControl*>(control);
+    const TrmKind* k = c.kind;
+    w.u16(TRM_FLASH_BYTE(&k->tag));
+    w.bytes(&c.flags, 4);  // little-endian, as the wire
+    w.u32Size(c.key);
+    w.counted(flashPointer(&k->value), &c, kRecord);
+    const uint8_t first = TRM_FLASH_BYTE(&k->attributes);
+    const uint8_t count = TRM_FLASH_BYTE(&k->count);
+    w.u32Size(count);
+    w.bytes(kLetters + first, count, kTrmFlash);
+    for (uint8_t i = first; i < first + count; ++i) attribute(w, c, TRM_FLASH_BYTE(&kOps[i]));
 }
 
 uint16_t textLength(const TrmControl& c) {
@@ -294,301 +162,521 @@ uint16_t textLength(const TrmControl& c) {
     return n;
 }
 
-// The data block of a chart: the values series by series, the samples, the row counter.
-void chartBlock(TrmWriter& w, const TrmControl& c) {
-    const TrmRingState& ring = *static_cast<const TrmRingState*>(c.var);
-    const uint8_t width = c.width & 0x7F;
-    const uint32_t rowBytes = static_cast<uint32_t>(c.size) * width;
-    w.bytes(static_cast<const uint8_t*>(c.data), rowBytes * static_cast<uint32_t>(c.low));
-    if (c.extra) w.bytes(static_cast<const uint8_t*>(c.extra), rowBytes);
-    // Rows filled while the ring has not wrapped; after that minus the oldest row's index.
-    int32_t counter = ring.full ? (ring.next == 0 ? c.size : -static_cast<int32_t>(ring.next))
-                                : ring.next;
-    w.u32(static_cast<uint32_t>(counter));
-}
-
-uint32_t chartBlockSize(const TrmControl& c) {
-    TrmWriter counter(0, 0);
-    chartBlock(counter, c);
-    return static_cast<uint32_t>(counter.count());
+// A little-endian word gathered by the reader, of which only the low 16 bits matter on the
+// board: more than that is 0xFFFF, which never fits.
+uint16_t headWord(const uint8_t* p) {
+    return static_cast<uint16_t>(p[2] | p[3] ? 0xFFFF : p[0] | (p[1] << 8));
 }
 
 }  // namespace
 
-void Tremolanth::writeRecord(TrmWriter& w, const TrmControl& c) {
-    static const uint8_t kTags[] TRM_PROGMEM = {
-        0, TRM_TAG_TEXT, TRM_TAG_BUTTON, TRM_TAG_CHECK_BOX, TRM_TAG_SECTION, TRM_TAG_DATE_TIME,
-        TRM_TAG_NUMBER, TRM_TAG_CHART, TRM_TAG_PASSWORD, TRM_TAG_LIST, TRM_TAG_MESSAGE,
-        TRM_TAG_BLOB, TRM_TAG_FILES, 0, TRM_TAG_IMAGE};
-    w.recordHead(TRM_FLASH_BYTE(&kTags[c.type]), c.flags, c.key);
-    switch (c.type) {
-    case kTypeText: {
-        const uint16_t n = textLength(c);
-        w.u32(n + 1u);
-        w.bytes(static_cast<const uint8_t*>(c.var), n);
-        w.u8(0);
-        w.u32(2);
-        w.u8('Z');
-        w.u8('m');
-        label(w, c);
-        w.u32Attribute(c.size);
-        break;
+// The type-specific parts, each reached only from its kinds.
+struct TrmOps {
+    // The variable's bytes as they are: the board and the wire are both little-endian.
+    static const TrmControl& of(const void* control) {
+        return *static_cast<const TrmControl*>(control);
     }
-    case kTypeButton:
-    case kTypeCheckBox:
-    case kTypeSection:
-    case kTypePassword:
-        w.u32(1);
-        writeValue(w, c);
-        if (c.type == kTypeCheckBox && c.width) {
-            // Boxes bound to one variable form a radio group, numbered by that variable.
-            w.u32(2);
-            w.u8('Z');
-            w.u8('r');
-            label(w, c);
-            w.u32Attribute(static_cast<uint32_t>(reinterpret_cast<uintptr_t>(c.var)) | 0x80000000UL);
+    static void rawValue(TrmWriter& w, const void* c, uint8_t) { w.bytes(of(c).var, of(c).size); }
+    static void noValue(TrmWriter&, const void*, uint8_t) {}
+    static void buttonValue(TrmWriter& w, const void*, uint8_t) { w.u8(0); }
+    // Check boxes, radio boxes and sections: ticked when the variable holds on.
+    static void flagValue(TrmWriter& w, const void* c, uint8_t) {
+        w.u8(*static_cast<const uint8_t*>(of(c).var) == of(c).on ? 255 : 0);
+    }
+    static void listValue(TrmWriter& w, const void* c, uint8_t) {
+        w.u32Size(*static_cast<const uint8_t*>(of(c).var));
+    }
+    static void passwordValue(TrmWriter& w, const void* c, uint8_t) {
+        w.u8(*static_cast<const bool*>(of(c).var) ? 1 : 0);
+    }
+    // The record carries the text and its terminator, an item the whole variable.
+    static void textValue(TrmWriter& w, const void* control, uint8_t how) {
+        const TrmControl& c = of(control);
+        const uint16_t n = textLength(c);
+        w.bytes(c.var, n);
+        w.zeros(how == kRecord ? 1 : c.size - n);
+    }
+    static void imageValue(TrmWriter& w, const void* c, uint8_t) {
+        w.bytes(of(c).data, of(c).size, kTrmFlash);
+    }
+    // The values series by series, the samples, the row counter.
+    static void chartValue(TrmWriter& w, const void* control, uint8_t) {
+        const TrmControl& c = of(control);
+        const TrmRingState& ring = *static_cast<const TrmRingState*>(c.var);
+        const uint16_t rowBytes = static_cast<uint16_t>(c.size * (c.on & 0x0F));
+        w.bytes(c.data, static_cast<size_t>(rowBytes) * static_cast<uint8_t>(c.low));
+        // The samples follow the values in the ring.
+        if (c.on & 0x10) {
+            w.bytes(static_cast<const uint8_t*>(c.data) + rowBytes * static_cast<uint8_t>(c.low),
+                    rowBytes);
+        }
+        // Rows filled while the ring has not wrapped; after that minus the oldest row's index.
+        w.u32(ring.full ? (ring.next == 0 ? c.size : static_cast<uint32_t>(-ring.next))
+                        : ring.next);
+    }
+
+    static uint8_t applyInPlace(Tremolanth&, TrmControl&) { return kEcho | kChanged; }
+    static uint8_t applyText(Tremolanth&, TrmControl& c) {
+        static_cast<char*>(c.var)[c.size - 1] = 0;  // the last byte read stays the terminator
+        return kEcho | kChanged;
+    }
+    static uint8_t applyButton(Tremolanth& d, TrmControl&) {
+        return d.scratch_[0] != 0 ? kChanged : 0;
+    }
+    static uint8_t applyPress(Tremolanth&, TrmControl&) { return kChanged; }
+    static uint8_t applyFlag(Tremolanth& d, TrmControl& c) {
+        const uint8_t first = d.scratch_[0];
+        // The client sends a radio group whole, cleared boxes too: the ticked one decides.
+        if (first == 0 && (optionsOf(c) & kRadio)) return 0;
+        *static_cast<uint8_t*>(c.var) = first != 0 ? c.on : 0;
+        return kEcho | kChanged;
+    }
+    static uint8_t applyCopy(Tremolanth& d, TrmControl& c) {
+        memcpy(c.var, d.scratch_, c.size);
+        return kEcho | kChanged;
+    }
+    static uint8_t applyNumber(Tremolanth& d, TrmControl& c) {
+        int32_t v;
+        memcpy(&v, d.scratch_, 4);
+        if ((c.flags & TRM_MINIMUM_APPLIES) && v < c.low) v = c.low;
+        if ((c.flags & TRM_MAXIMUM_APPLIES) && v > c.high) v = c.high;
+        *static_cast<int32_t*>(c.var) = v;
+        return kEcho | kChanged;
+    }
+    static uint8_t applyList(Tremolanth& d, TrmControl& c) {
+        uint32_t index;
+        memcpy(&index, d.scratch_, 4);
+        // Refused: the client shows the item kept.
+        if (index >= static_cast<uint32_t>(c.high)) return kEcho;
+        *static_cast<uint8_t*>(c.var) = static_cast<uint8_t>(index);
+        return kEcho | kChanged;
+    }
+    static uint8_t applyPassword(Tremolanth& d, TrmControl& c) {
+        const uint8_t bits = d.password_;
+        if (d.scratch_[0] == 0 && !(bits & kOverlong)) {
+            // An empty second field: a log-in (a good first one) or a log-out (an empty one).
+            *static_cast<bool*>(c.var) = (bits & (kFirstEmpty | kFirstGood)) == kFirstGood;
+        } else if ((bits & kFirstGood) && !(bits & kOverlong)) {
+            TrmPasswordCheck check = reinterpret_cast<TrmPasswordCheck>(const_cast<void*>(c.data));
+            if (check) check(reinterpret_cast<const char*>(d.scratch_), true);
+        }
+        return kEcho | kChanged;  // the verdict goes back, and shows or hides what it guards
+    }
+    static uint8_t applyFiles(Tremolanth& d, TrmControl& c) {
+        TrmWriter& w = d.out_;
+        w.frameHead(TRM_IN_FILES, 0);
+        w.u32Size(c.key);
+        w.u32Size(1);
+        w.countedText(flash(c.texts[kTextFormat]), TrmWriter::kTerminated);
+        w.u32Size(c.size);
+        w.bytes(c.data, c.size, kTrmFlash);
+        return kChanged;
+    }
+};
+
+namespace {
+
+#define TRM_KIND(name, tag, attributes, count, options, item, flags, value, apply)             \
+    const TrmKind name TRM_PROGMEM = {                                                         \
+        tag,  attributes, count, options,                                                      \
+        item, static_cast<uint8_t>(static_cast<uint32_t>(flags) >> 16), TrmOps::value,         \
+        TrmOps::apply}
+
+TRM_KIND(kTextKind, TRM_TAG_TEXT, kAttrText, 2, kShowValue | kTerminated, kItemVariable, 0,
+         textValue, applyText);
+TRM_KIND(kButtonKind, TRM_TAG_BUTTON, 0, 1, 0, 1, 0, buttonValue, applyButton);
+TRM_KIND(kCheckBoxKind, TRM_TAG_CHECK_BOX, 0, 1, 0, 1, 0, flagValue, applyFlag);
+TRM_KIND(kRadioKind, TRM_TAG_CHECK_BOX, kAttrRadio, 2, kRadio, 1, 0, flagValue, applyFlag);
+TRM_KIND(kSectionKind, TRM_TAG_SECTION, 0, 1, kOwnsGroup, 1, 0, flagValue, applyFlag);
+TRM_KIND(kDateTimeKind, TRM_TAG_DATE_TIME, kAttrNumber, 2, kShowValue, sizeof(TrmDateTime), 0,
+         rawValue, applyCopy);
+TRM_KIND(kNumberKind, TRM_TAG_NUMBER, kAttrNumber, 6, kShowValue | kDecimals, 4,
+         TRM_EDITABLE | TRM_MINIMUM_APPLIES | TRM_MAXIMUM_APPLIES, rawValue, applyNumber);
+TRM_KIND(kReadoutKind, TRM_TAG_NUMBER, kAttrNumber, 4, kShowValue | kDecimals, 4, 0, rawValue,
+         applyNumber);
+TRM_KIND(kChartKind, TRM_TAG_CHART, kAttrChart, 7, 0, kItemRefused, 0, chartValue, applyPress);
+TRM_KIND(kTableKind, TRM_TAG_CHART, kAttrChart, 7, kTable, kItemRefused, 0, chartValue,
+         applyPress);
+TRM_KIND(kPasswordKind, TRM_TAG_PASSWORD, 0, 1, kOwnsGroup, kPasswordItem, TRM_EDITABLE,
+         passwordValue, applyPassword);
+TRM_KIND(kListKind, TRM_TAG_LIST, kAttrList, 3, kShowValue | kList, 4, 0, listValue, applyList);
+TRM_KIND(kMessageKind, TRM_TAG_MESSAGE, 0, 0, 0, 0, 0, noValue, applyPress);
+TRM_KIND(kBlobKind, TRM_TAG_BLOB, 0, 1, kTrailer, kItemVariable, 0, rawValue, applyInPlace);
+TRM_KIND(kFilesKind, TRM_TAG_FILES, 0, 1, 0, 0, TRM_FOR_BROWSER, noValue, applyFiles);
+TRM_KIND(kImageKind, TRM_TAG_IMAGE, 0, 1, 0, 0, 0, imageValue, applyPress);
+
+}  // namespace
+
+// ---- The panel as the sketch describes it --------------------------------------------------
+
+TrmPanel TrmPanel::shared_;
+
+void TrmPanel::visit(uint8_t key, TrmText label, const TrmKind* kind) {
+    c_.key = key;
+    c_.texts[kTextLabel] = label;
+    c_.kind = kind;
+    visitControl(kind);
+    memset(&c_, 0, sizeof c_);
+}
+
+void TrmPanel::setting(uint16_t kind, uint16_t value) {
+    TrmWriter& w = device_->out_;
+    w.u32Size(c_.key);
+    w.u32Size(kind);
+    w.u32Size(value);
+    ++t_.count;
+}
+
+void TrmPanel::visitControl(const TrmKind* kind) {
+    TrmControl& c = c_;
+    Tremolanth& device = *device_;
+    TrmWriter& w = device.out_;
+    const uint8_t options = TRM_FLASH_BYTE(&kind->options);
+    const bool message = TRM_FLASH_BYTE(&kind->tag) == TRM_TAG_MESSAGE;
+    if (!message) {
+        if (t_.index >= TRM_MAX_CONTROLS) return;  // beyond what the hidden bits can hold
+        const uint8_t index = t_.index++;
+        c.index = index;
+        if (options & kOwnsGroup) {
+            t_.group = t_.index;
+            t_.closed = !*static_cast<bool*>(c.var);
         } else {
-            labelOnly(w, c);
+            c.group = t_.group;
         }
-        break;
-    case kTypeDateTime:
-        w.u32(8);
-        writeValue(w, c);
-        w.u32(2);
-        w.u8('Z');
-        w.u8('f');
-        label(w, c);
-        w.countedText(flash(c.text1), kTrmFlash, false);
-        break;
-    case kTypeNumber: {
-        const bool limits = (c.flags & TRM_MINIMUM_APPLIES) != 0;
-        w.u32(4);
-        writeValue(w, c);
-        w.u32(limits ? 6 : 4);
-        w.u8('Z');
-        w.u8('f');
-        w.u8('d');
-        w.u8('m');
-        if (limits) {
-            w.u8('n');
-            w.u8('x');
+        if ((device.hidden_[index >> 3] & bitOf(index)) || (c.group != 0 && t_.closed)) {
+            reinterpret_cast<uint8_t*>(&c.flags)[0] |= TRM_HIDDEN;
         }
-        label(w, c);
-        w.countedText(c.text1 ? flash(c.text1) : "%f", c.text1 ? kTrmFlash : kTrmRam, false);
-        w.u8Attribute(static_cast<uint8_t>(c.exponent < 0 ? -c.exponent : 0));
-        w.u8Attribute(static_cast<uint8_t>(c.exponent));
-        if (limits) {
-            w.u32Attribute(static_cast<uint32_t>(c.low));
-            w.u32Attribute(static_cast<uint32_t>(c.high));
-        }
-        break;
     }
-    case kTypeChart:
-        w.u32(chartBlockSize(c));
-        chartBlock(w, c);
-        w.u32(7);
-        w.u8('Z');
-        w.u8('n');
-        w.u8('N');
-        w.u8('A');
-        w.u8('F');
-        w.u8('D');
-        w.u8('M');
-        label(w, c);
-        w.u32Attribute(c.size);
-        w.u32Attribute(static_cast<uint32_t>(c.low));
-        w.countedText(flash(c.text1), kTrmFlash, true, '|');
-        w.countedText(c.text2 ? flash(c.text2) : "%f", c.text2 ? kTrmFlash : kTrmRam, false);
-        w.u8Attribute(static_cast<uint8_t>(c.exponent < 0 ? -c.exponent : 0));
-        w.u8Attribute(static_cast<uint8_t>(c.exponent));
+    // Boxes bound to one variable form a radio group, numbered by that variable.
+    if (options & kRadio) {
+        const uint32_t var = static_cast<uint32_t>(reinterpret_cast<uintptr_t>(c.var));
+        c.high = static_cast<int32_t>(var | 0x80000000UL);
+    }
+    if (options & kList) c.high = countItems(c.texts[kTextItems]);
+    // What every control of the kind has: its value's size, its flags. Tenths show one
+    // decimal, hundredths two: the digits a fraction needs, zeros kept.
+    const uint8_t item = TRM_FLASH_BYTE(&kind->item);
+    if (item != 0 && item <= sizeof(TrmDateTime)) c.size = item;
+    uint8_t flags = TRM_FLASH_BYTE(&kind->flags);
+    if ((options & kDecimals) && c.exponent < 0) flags |= TRM_NUMBER_FIXED >> 16;
+    reinterpret_cast<uint8_t*>(&c.flags)[2] |= flags;  // little-endian, bits 16 to 23
+    // The control of the key sought; only the first of a key is found.
+    const bool sought = c.key == key_;
+
+    switch (pass_) {
+    case kSettings:
+        if (message) {
+            ++t_.messages;
+            const uint16_t bytes =
+                static_cast<uint16_t>(w.textLength(flash(c.texts[kTextLabel])) + 1);
+            if (bytes > t_.messageBytes) t_.messageBytes = bytes;
+            return;
+        }
+        ++t_.controls;
+        if (!(c.flags & TRM_HIDDEN)) ++t_.visible;
+        // Rows show each title whole, and the value after it where the control has one.
+        setting(TRM_SETTING_TITLE_LENGTH,
+                static_cast<uint16_t>(w.textLength(flash(c.texts[kTextLabel]))));
+        setting(TRM_SETTING_VALUE_SHOW,
+                options & kShowValue ? TRM_SHOW_COLON_SPACE : TRM_SHOW_NONE);
+        if (options & kTable) setting(TRM_SETTING_STYLE, kStyleTable);
         break;
-    case kTypeList:
-        w.u32(4);
-        writeValue(w, c);
-        w.u32(3);
-        w.u8('Z');
-        w.u8('I');
-        w.u8('n');
-        label(w, c);
-        w.countedText(flash(c.text1), kTrmFlash, true, '|');
-        w.u32Attribute(static_cast<uint32_t>(c.high));
+    case kRecords:
+        if (!message) w.counted(record, &c, kRecord);
         break;
-    case kTypeBlob:
-        w.u32(c.size);
-        writeValue(w, c);
-        labelOnly(w, c);
+    case kFind:
+        if (sought) {
+            key_ = kNoKey;
+            ++t_.count;
+            foundKind_ = kind;
+            foundVar_ = c.var;
+            foundLabel_ = c.texts[kTextLabel];
+            foundIcon_ = reinterpret_cast<const uint8_t*>(&c.flags)[2];
+            foundIndex_ = c.index;
+        }
         break;
-    case kTypeFiles:
-        w.u32(0);
-        labelOnly(w, c);
+    case kStart:
+        if (sought && !message) {
+            key_ = kNoKey;
+            ++t_.count;
+            device.startItem(c);
+        }
         break;
-    case kTypeImage:
-        w.u32(c.size);
-        w.bytes(static_cast<const uint8_t*>(c.data), c.size, kTrmFlash);
-        labelOnly(w, c);
+    case kApply:
+        if (sought) {
+            key_ = kNoKey;
+            ++t_.count;
+            done_ = flashPointer(&kind->apply)(device, c);
+        }
+        break;
+    case kItems:
+        if (message) return;
+        if (groupOf_ != 0 ? c.group == groupOf_ : var_ != 0 ? c.var == var_ : c.key == key_) {
+            if (layout_) {
+                w.u32Size(c.key);
+                w.u32Size(4);
+                w.u32Size(c.flags & TRM_HIDDEN ? TRM_LAYOUT_HIDDEN : 0);
+            } else if (TRM_FLASH_BYTE(&kind->item) == 0) {
+                return;  // files and images: the client takes no value for them
+            } else {
+                w.u32Size(c.key);
+                w.counted(flashPointer(&kind->value), &c, 0);
+            }
+            ++t_.count;
+        }
         break;
     }
 }
 
-bool Tremolanth::writeValue(TrmWriter& w, const TrmControl& c) {
-    switch (c.type) {
-    case kTypeText: {
-        const uint16_t n = textLength(c);
-        w.bytes(static_cast<const uint8_t*>(c.var), n);
-        w.zeros(c.size - n);
-        return true;
-    }
-    case kTypeButton: w.u8(0); return true;
-    case kTypeCheckBox: {
-        const bool on = c.width ? *static_cast<uint8_t*>(c.var) == c.low : *static_cast<bool*>(c.var);
-        w.u8(on ? 255 : 0);
-        return true;
-    }
-    case kTypeSection: w.u8(*static_cast<bool*>(c.var) ? 255 : 0); return true;
-    case kTypePassword: w.u8(*static_cast<bool*>(c.var) ? 1 : 0); return true;
-    case kTypeDateTime: {
-        const TrmDateTime& t = *static_cast<const TrmDateTime*>(c.var);
-        const uint8_t fields[6] = {t.second, t.minute, t.hour, t.day, t.weekday, t.month};
-        w.dateTime(fields, t.year);
-        return true;
-    }
-    case kTypeNumber: w.u32(static_cast<uint32_t>(*static_cast<int32_t*>(c.var))); return true;
-    case kTypeList: w.u32(*static_cast<uint8_t*>(c.var)); return true;
-    case kTypeChart: chartBlock(w, c); return true;
-    case kTypeBlob: w.bytes(static_cast<const uint8_t*>(c.var), c.size); return true;
-    default: return false;  // files and images: the client takes no value for them
-    }
+void TrmPanel::text(uint8_t key, TrmText label, char* value, uint8_t size, uint32_t flags) {
+    c_.var = value;
+    c_.size = size;
+    c_.low = size;
+    c_.flags = flags;
+    visit(key, label, &kTextKind);
 }
 
-bool Tremolanth::find(uint16_t key, TrmControl* out) {
-    out->type = 0;
-    if (key == 0 || key > 0xFF) return false;
-    TrmPanel panel(*this, TrmPanel::kFind);
+void TrmPanel::button(uint8_t key, TrmText label) { visit(key, label, &kButtonKind); }
+
+void TrmPanel::checkBox(uint8_t key, TrmText label, bool& value) {
+    c_.var = &value;
+    c_.on = true;
+    visit(key, label, &kCheckBoxKind);
+}
+
+void TrmPanel::radio(uint8_t key, TrmText label, uint8_t& choice, uint8_t value) {
+    c_.var = &choice;
+    c_.on = value;
+    visit(key, label, &kRadioKind);
+}
+
+void TrmPanel::section(uint8_t key, TrmText label, bool& open) {
+    c_.var = &open;
+    c_.on = true;
+    visit(key, label, &kSectionKind);
+}
+
+void TrmPanel::dateTime(uint8_t key, TrmText label, TrmDateTime& value, TrmText format,
+                        uint32_t flags) {
+    c_.var = &value;
+    c_.texts[kTextFormat] = format;
+    c_.flags = flags;
+    visit(key, label, &kDateTimeKind);
+}
+
+void TrmPanel::number(uint8_t key, TrmText label, int32_t& value, int32_t minimum,
+                      int32_t maximum, TrmText format, int8_t exponent) {
+    c_.var = &value;
+    c_.texts[kTextFormat] = plainIfNull(format);
+    c_.low = minimum;
+    c_.high = maximum;
+    c_.exponent = exponent;
+    visit(key, label, &kNumberKind);
+}
+
+void TrmPanel::number(uint8_t key, TrmText label, int32_t& value, TrmText format,
+                      int8_t exponent) {
+    c_.var = &value;
+    c_.texts[kTextFormat] = plainIfNull(format);
+    c_.exponent = exponent;
+    visit(key, label, &kReadoutKind);
+}
+
+void TrmPanel::ringControl(uint8_t key, TrmText label, TrmRingState& ring, const void* values,
+                           TrmText names, TrmText units, uint32_t shape) {
+    const uint8_t width = shape & 0x0F;
+    const uint8_t series = static_cast<uint8_t>(shape >> 8);
+    const uint8_t rows = static_cast<uint8_t>(shape >> 16);
+    const int8_t exponent = static_cast<int8_t>(shape >> 24);
+    const uint32_t widthBits = width == 1 ? TRM_DATA_WIDTH8 : width == 2 ? TRM_DATA_WIDTH16 : 0;
+    uint32_t flags = widthBits;
+    // Samples share the values' width; the sample width bits sit two places lower.
+    if (shape & 0x10) flags |= TRM_SAMPLES_NUMERIC | (widthBits >> 2);
+    if (exponent < 0) flags |= (TRM_NUMBER_FIXED >> 20) << TRM_DATA_STYLE_SHIFT;
+    c_.var = &ring;
+    c_.size = rows;
+    c_.data = values;
+    c_.texts[kTextFormat] = plainIfNull(units);
+    c_.texts[kTextItems] = names;
+    c_.flags = flags;
+    c_.low = series;
+    c_.high = rows;
+    c_.exponent = exponent;
+    c_.on = static_cast<uint8_t>(shape);
+    visit(key, label, shape & 0x20 ? &kTableKind : &kChartKind);
+}
+
+void TrmPanel::password(uint8_t key, TrmText label, bool& loggedIn, TrmPasswordCheck check) {
+    c_.var = &loggedIn;
+    c_.data = reinterpret_cast<const void*>(check);
+    visit(key, label, &kPasswordKind);
+}
+
+void TrmPanel::list(uint8_t key, TrmText label, TrmText items, uint8_t& selected) {
+    c_.var = &selected;
+    c_.texts[kTextItems] = items;
+    visit(key, label, &kListKind);
+}
+
+void TrmPanel::message(uint8_t key, TrmText text, uint32_t icon) {
+    c_.flags = icon;
+    visit(key, text, &kMessageKind);
+}
+
+void TrmPanel::blob(uint8_t key, TrmText label, uint8_t* data, uint16_t size, uint32_t flags) {
+    c_.var = data;
+    c_.size = size;
+    c_.flags = flags;
+    visit(key, label, &kBlobKind);
+}
+
+void TrmPanel::image(uint8_t key, TrmText label, const uint8_t* data, uint16_t size,
+                     bool pressable) {
+    c_.data = data;
+    c_.size = size;
+    if (pressable) c_.flags = TRM_EDITABLE;
+    visit(key, label, &kImageKind);
+}
+
+void TrmPanel::files(uint8_t key, TrmText label, TrmText name, const uint8_t* content,
+                     uint16_t size) {
+    c_.data = content;
+    c_.size = size;
+    c_.texts[kTextFormat] = name;
+    visit(key, label, &kFilesKind);
+}
+
+// ---- What the device sends -----------------------------------------------------------------
+
+void Tremolanth::putStream(void* stream, uint8_t byte) {
+    static_cast<Stream*>(stream)->write(byte);
+}
+
+uint16_t Tremolanth::pass(uint8_t what, uint16_t key, bool dry) {
+    TrmPanel& panel = *reached(&TrmPanel::shared_);
+    panel.device_ = this;
+    panel.pass_ = static_cast<TrmPanel::Pass>(what);
     panel.key_ = key;
-    panel.found_ = out;
-    run(panel);
-    return out->type != 0;
+    memset(&panel.t_, 0, sizeof panel.t_);
+    const size_t start = out_.count();
+    const TrmPutByte put = dry ? out_.pause() : 0;
+    describe_(panel);
+    if (dry) out_.resume(put, start);
+    return panel.t_.count;
 }
 
-bool Tremolanth::hiddenBit(uint8_t index) const {
-    return (hidden_[index >> 3] & (1u << (index & 7))) != 0;
+void Tremolanth::sendPanel() {
+    TrmPanel& panel = TrmPanel::shared_;
+    TrmWriter& w = out_;
+    const uint16_t settings = pass(TrmPanel::kSettings, 0, true);
+
+    frame(TRM_IN_IDENTITY);
+    w.countedText(panel.t_.title ? flash(panel.t_.title) : kUntitled);
+    // The second text is UTF-16: the server text is ASCII.
+    w.u32Size(2 * (sizeof kServerText - 1));
+    for (uint8_t i = 0; i < sizeof kServerText - 1; ++i) {
+        w.u8(TRM_FLASH_BYTE(&kServerText[i]));
+        w.u8(0);
+    }
+
+    frame(TRM_IN_SETTINGS);
+    w.u32Size(settings);
+    pass(TrmPanel::kSettings, 0);
+
+    const uint8_t controls = panel.t_.controls;
+    const uint8_t slots = panel.t_.messages ? static_cast<uint8_t>(controls + 1) : 0;
+    frame(TRM_IN_PANEL);
+    w.u32Size(slots + controls);
+    const uint16_t bytes = panel.t_.messageBytes;
+    for (uint8_t i = 0; i < slots; ++i) {
+        w.u32Size(kSlotRecord);
+        w.bytes(kSlotHead, sizeof kSlotHead, kTrmFlash);
+        w.u32Size(kSlotKeys + i);
+        w.bytes(kSlotTail, sizeof kSlotTail, kTrmFlash);
+        w.u32Size(bytes);
+    }
+    pass(TrmPanel::kRecords, 0);
+    connected_ = true;
 }
 
-void Tremolanth::setHiddenBit(uint8_t index, bool hidden) {
-    const uint8_t bit = static_cast<uint8_t>(1u << (index & 7));
+void Tremolanth::sendItems(uint8_t type, uint8_t key) {
+    // A first pass counts the items, the second writes them behind their count.
+    TrmPanel::shared_.layout_ = type == TRM_IN_LAYOUT;
+    const uint16_t items = pass(TrmPanel::kItems, key, true);
+    if (items == 0) return;
+    frame(type);
+    out_.u32Size(items);
+    pass(TrmPanel::kItems, key);
+}
+
+void Tremolanth::send(uint8_t key) {
+    TrmPanel& panel = TrmPanel::shared_;
+    if (!connected_ || !pass(TrmPanel::kFind, key)) return;
+    const uint8_t options = TRM_FLASH_BYTE(&panel.foundKind_->options);
+    // A radio box sends its whole group, a section or password shows or hides its controls.
+    panel.var_ = options & kRadio ? panel.foundVar_ : 0;
+    panel.groupOf_ = 0;
+    sendItems(TRM_IN_VALUES, key);
+    if (options & kOwnsGroup) {
+        panel.groupOf_ = static_cast<uint8_t>(panel.foundIndex_ + 1);
+        sendItems(TRM_IN_LAYOUT, 0);
+    }
+}
+
+void Tremolanth::hide(uint8_t key, bool hidden) {
+    TrmPanel& panel = TrmPanel::shared_;
+    if (!pass(TrmPanel::kFind, key) || TRM_FLASH_BYTE(&panel.foundKind_->tag) == TRM_TAG_MESSAGE) {
+        return;
+    }
+    const uint8_t index = panel.foundIndex_;
+    const uint8_t bit = bitOf(index);
     if (hidden) {
         hidden_[index >> 3] |= bit;
     } else {
         hidden_[index >> 3] &= static_cast<uint8_t>(~bit);
     }
-}
-
-void Tremolanth::sendPanel() {
-    TrmPanel count(*this, TrmPanel::kCount);
-    run(count);
-    TrmWriter w(putStream, &stream_);
-
-    w.frameHead(TRM_IN_IDENTITY, 0);
-    w.countedText(count.title_ ? flash(count.title_) : kUntitled, kTrmFlash, false);
-    w.countedUtf16(kServerText, kTrmFlash);
-
-    // Rows show each title whole, and the value after it where the control has one.
-    w.frameHead(TRM_IN_SETTINGS, 0);
-    w.u32(count.settings_);
-    TrmPanel settings(*this, TrmPanel::kSettings);
-    settings.writer_ = &w;
-    run(settings);
-
-    const uint8_t slots = count.messages_ ? static_cast<uint8_t>(count.controls_ + 1) : 0;
-    w.frameHead(TRM_IN_PANEL, 0);
-    w.u32(static_cast<uint32_t>(slots) + count.controls_);
-    for (uint8_t i = 0; i < slots; ++i) {
-        TrmWriter counter(0, 0);
-        for (TrmWriter* out = &counter;; out = &w) {
-            if (out == &w) w.u32(static_cast<uint32_t>(counter.count()));
-            out->recordHead(TRM_TAG_MESSAGE, TRM_HIDDEN, kSlotKeys + i);
-            out->u32(0);
-            out->u32(1);
-            out->u8('m');
-            out->u32Attribute(count.messageBytes_);
-            if (out == &w) break;
-        }
-    }
-    TrmPanel records(*this, TrmPanel::kRecords);
-    records.writer_ = &w;
-    run(records);
-    connected_ = true;
-}
-
-void Tremolanth::sendItems(uint8_t type, uint8_t key, const void* var, uint8_t group,
-                           bool layout) {
-    // A first pass counts the items, the second writes them behind their count.
-    TrmWriter counter(0, 0);
-    TrmWriter w(putStream, &stream_);
-    uint32_t items = 0;
-    for (TrmWriter* out = &counter;; out = &w) {
-        TrmPanel panel(*this, TrmPanel::kItems);
-        panel.key_ = key;
-        panel.var_ = var;
-        panel.group_of_ = group;
-        panel.layout_ = layout;
-        panel.writer_ = out;
-        if (out == &w) {
-            w.frameHead(type, 0);
-            w.u32(items);
-        }
-        run(panel);
-        if (out == &w || panel.items_ == 0) return;
-        items = panel.items_;
-    }
-}
-
-void Tremolanth::send(uint8_t key) {
-    TrmControl c;
-    if (!connected_ || !find(key, &c)) return;
-    const bool radio = c.type == kTypeCheckBox && c.width;
-    sendItems(TRM_IN_VALUES, key, radio ? c.var : 0, 0, false);
-    if (ownsGroup(c)) sendItems(TRM_IN_LAYOUT, 0, 0, static_cast<uint8_t>(c.index + 1), true);
-}
-
-void Tremolanth::hide(uint8_t key, bool hidden) {
-    TrmControl c;
-    if (!find(key, &c) || c.type == kTypeMessage) return;
-    setHiddenBit(c.index, hidden);
-    if (connected_) sendItems(TRM_IN_LAYOUT, key, 0, 0, true);
+    if (!connected_) return;
+    panel.var_ = 0;
+    panel.groupOf_ = 0;
+    sendItems(TRM_IN_LAYOUT, key);
 }
 
 void Tremolanth::popup(uint8_t key) {
-    TrmControl c;
-    if (!connected_ || !find(key, &c) || c.type != kTypeMessage) return;
-    TrmPanel count(*this, TrmPanel::kCount);
-    run(count);
-    const uint16_t slot = static_cast<uint16_t>(kSlotKeys + count.visible_);
-    const uint16_t size = count.messageBytes_;
-    TrmWriter w(putStream, &stream_);
+    TrmPanel& panel = TrmPanel::shared_;
+    if (!connected_ || !pass(TrmPanel::kFind, key) ||
+        TRM_FLASH_BYTE(&panel.foundKind_->tag) != TRM_TAG_MESSAGE) {
+        return;
+    }
+    const char* text = flash(panel.foundLabel_);
+    const uint8_t icon = panel.foundIcon_ & (TRM_ICON_MASK >> 16);
+    pass(TrmPanel::kSettings, 0, true);
+    const uint16_t slot = static_cast<uint16_t>(kSlotKeys + panel.t_.visible);
+    const uint16_t size = panel.t_.messageBytes;
+    TrmWriter& w = out_;
     // The text into the slot at the client's row count, then that slot shown on its own.
-    w.frameHead(TRM_IN_VALUES, 0);
-    w.u32(1);
-    w.itemHead(slot, size);
-    const size_t length = TrmWriter::textLength(flash(c.label), kTrmFlash);
-    w.text(flash(c.label), kTrmFlash, false);
-    w.zeros(size - length);
-    w.frameHead(TRM_IN_LAYOUT, 0);
-    w.u32(1);
-    w.itemHead(slot, 4);
-    w.layout(false, false, static_cast<uint8_t>((c.flags & TRM_ICON_MASK) >> 16), false, 0);
+    oneItem(TRM_IN_VALUES, slot, size);
+    w.text(text);
+    w.zeros(size - w.textLength(text));
+    oneItem(TRM_IN_LAYOUT, slot, 4);
+    w.u16(0);  // shown
+    w.u8(icon);
+    w.u8(0);
     lastPopup_ = key;
 }
 
+void Tremolanth::oneItem(uint8_t type, uint16_t key, uint16_t size) {
+    frame(type);
+    out_.u32Size(1);
+    out_.u32Size(key);
+    out_.u32Size(size);
+}
+
 void Tremolanth::reload() {
-    if (!connected_) return;
-    TrmWriter w(putStream, &stream_);
-    w.frameHead(TRM_IN_RELOAD, 0);
+    if (connected_) frame(TRM_IN_RELOAD);
 }
 
 void Tremolanth::end() {
-    TrmWriter w(putStream, &stream_);
-    w.frameHead(TRM_IN_SESSION_END, 0);
+    frame(TRM_IN_SESSION_END);
     connected_ = false;
 }
 
@@ -598,22 +686,13 @@ TrmError Tremolanth::error() {
     return e;
 }
 
-void Tremolanth::sendFile(const TrmControl& c) {
-    TrmWriter w(putStream, &stream_);
-    w.frameHead(TRM_IN_FILES, 0);
-    w.u32(c.key);
-    w.u32(1);
-    w.countedText(flash(c.text1), kTrmFlash, true);
-    w.u32(c.size);
-    w.bytes(static_cast<const uint8_t*>(c.data), c.size, kTrmFlash);
-}
-
 // ---- What the client sends, byte by byte ---------------------------------------------------
 
 uint8_t Tremolanth::poll() {
     // Only what has arrived: loop() is never held waiting for the client.
-    for (int n = stream_.available(); n > 0; --n) {
-        const int b = stream_.read();
+    Stream& stream = *static_cast<Stream*>(out_.context());
+    for (int n = stream.available(); n > 0; --n) {
+        const int b = stream.read();
         if (b < 0) break;
         const uint8_t key = feed(static_cast<uint8_t>(b));
         if (key != 0) return key;
@@ -621,7 +700,9 @@ uint8_t Tremolanth::poll() {
     return 0;
 }
 
-uint8_t Tremolanth::feed(uint8_t b) {
+uint8_t Tremolanth::feed(uint8_t b) { return reached(this)->read(b); }
+
+uint8_t Tremolanth::read(uint8_t b) {
     // A marker starts a frame wherever it stands: a message cut short, or a client that
     // vanished mid-frame, leaves the reader ready for the next one.
     if (b == trmMarkerByte(matched_)) {
@@ -631,251 +712,153 @@ uint8_t Tremolanth::feed(uint8_t b) {
             state_ = kHead;
             at_ = 0;
             blobKey_ = 0;
-            mode_ = kModeSkip;
             return 0;
         }
     } else {
-        matched_ = b == trmMarkerByte(0) ? 1 : 0;
+        matched_ = b == TRM_MARKER_0 ? 1 : 0;
     }
 
     switch (state_) {
     case kHunt: return 0;
-    case kHead:
-        // Two header words, then the type; the flags are not read.
-        if (at_ == 8) type_ = b;
-        if (at_ == 9 && b != 0) type_ = 0xFF;
-        if (++at_ < 12) return 0;
-        state_ = kHunt;
-        switch (type_) {
-        case TRM_OUT_PANEL_REQUEST: sendPanel(); break;
-        case TRM_OUT_GOODBYE: connected_ = false; break;
-        case TRM_OUT_PING: {
-            TrmWriter w(putStream, &stream_);
-            w.frameHead(TRM_IN_PING_REPLY, 0);
-            break;
-        }
-        case TRM_OUT_VALUES:
-            state_ = kCount;
-            at_ = 0;
-            acc_ = 0;
-            accHigh_ = false;
-            break;
-        case TRM_OUT_PING_REPLY:
-        case TRM_OUT_ACK:
-        case TRM_OUT_DEFAULT_LAYOUT: break;
-        default: error_ = kTrmErrorUnknownType; break;
-        }
-        return 0;
-    case kCount:
-        accumulate(b);
-        if (at_ < 4) return 0;
-        items_ = accHigh_ ? 0xFFFF : acc_;  // more than that never fits a panel
-        nextItem();
-        return 0;
-    case kItemHead:
-        accumulate(b);
-        if (at_ == 4) {
-            itemKey_ = accHigh_ ? 0xFFFF : acc_;
-            acc_ = 0;
-            accHigh_ = false;
-        }
-        if (at_ < 8) return 0;
-        // Every Blob item is followed by an empty one of the same key, outside the count.
-        if (blobKey_ != 0) {
-            const bool trailer = itemKey_ == blobKey_ && acc_ == 0 && !accHigh_;
-            blobKey_ = 0;
-            if (trailer) {
-                nextItem();
-                return 0;
-            }
-        }
-        if (items_ == 0) {
-            state_ = kHunt;
-            return 0;
-        }
-        --items_;
-        if (accHigh_) {
-            // No control holds that much: the rest of the message is dropped.
-            error_ = kTrmErrorItemSize;
-            state_ = kHunt;
-            return 0;
-        }
-        startItem(itemKey_, acc_);
-        if (left_ == 0) return finishItem();
-        state_ = kItemData;
-        return 0;
     case kItemData:
-        itemByte(b);
-        if (--left_ != 0) return 0;
-        return finishItem();
+        if (mode_ == kModePassword) {
+            passwordByte(b);
+        } else if (mode_ == kModeData) {
+            dest_[pos_] = b;  // the item's size checked against what holds it
+        }
+        ++pos_;
+        break;
+    default:
+        // A frame's head after the marker (two header words, the type, the flags), the count
+        // of a value message, an item's key and size: gathered, then read whole.
+        scratch_[at_++] = b;
+        if (at_ != (state_ == kHead ? 12 : state_ == kCount ? 4 : 8)) return 0;
+        at_ = 0;
+        if (state_ == kHead) {
+            command();
+            return 0;
+        }
+        if (state_ == kCount) {
+            items_ = headWord(scratch_);  // more than that never fits a panel
+            nextItem();
+            return 0;
+        }
+        itemHead();
+        break;
     }
-    return 0;
+    // An item complete, its last byte read or empty.
+    if (state_ != kItemData || pos_ != size_) return 0;
+    return finishItem();
 }
 
-void Tremolanth::accumulate(uint8_t b) {
-    // Little-endian words, of which only the low 16 bits matter on the board.
-    if (at_ & 2) {
-        if (b != 0) accHigh_ = true;
-    } else {
-        acc_ = static_cast<uint16_t>(acc_ | (at_ & 1 ? b << 8 : b));
+void Tremolanth::command() {
+    state_ = kHunt;
+    switch (scratch_[8] | (scratch_[9] << 8)) {
+    case TRM_OUT_PANEL_REQUEST: sendPanel(); break;
+    case TRM_OUT_GOODBYE: connected_ = false; break;
+    case TRM_OUT_PING: frame(TRM_IN_PING_REPLY); break;
+    case TRM_OUT_VALUES: state_ = kCount; break;
+    case TRM_OUT_PING_REPLY:
+    case TRM_OUT_ACK:
+    case TRM_OUT_DEFAULT_LAYOUT: break;
+    default: error_ = kTrmErrorUnknownType; break;
     }
-    ++at_;
 }
 
-void Tremolanth::nextItem() {
-    at_ = 0;
-    acc_ = 0;
-    accHigh_ = false;
-    state_ = items_ == 0 && blobKey_ == 0 ? kHunt : kItemHead;
-}
-
-void Tremolanth::startItem(uint16_t key, uint16_t size) {
-    mode_ = kModeSkip;
-    left_ = size;
-    pos_ = 0;
-    password_ = 0;
-    memset(scratch_, 0, sizeof scratch_);
-    TrmControl c;
-    if (key >= kSlotKeys && key < kSlotKeys + 0x100) {
-        mode_ = kModeScratch;  // a Message's answer
-        return;
+void Tremolanth::itemHead() {
+    itemKey_ = headWord(scratch_);
+    size_ = headWord(scratch_ + 4);
+    // Every Blob item is followed by an empty one of the same key, outside the count.
+    if (blobKey_ != 0) {
+        const bool trailer = itemKey_ == blobKey_ && size_ == 0;
+        blobKey_ = 0;
+        if (trailer) {
+            nextItem();
+            return;
+        }
     }
-    if (!find(key, &c) || c.type == kTypeMessage) {
-        error_ = kTrmErrorUnknownKey;
-        return;
-    }
-    if (c.type == kTypeBlob) blobKey_ = c.key;
-    // Never more than the control holds, nor a part of it: anything else is skipped.
-    if (size != valueSize(c) || c.type == kTypeChart || ((c.type == kTypeText || c.type == kTypeBlob) && c.size == 0)) {
+    state_ = kHunt;
+    if (items_ == 0) return;
+    --items_;
+    if (scratch_[6] | scratch_[7]) {
+        // No control holds that much: the rest of the message is dropped.
         error_ = kTrmErrorItemSize;
         return;
     }
-    switch (c.type) {
-    case kTypeText:
-        dest_ = static_cast<uint8_t*>(c.var);
-        capacity_ = static_cast<uint16_t>(c.size - 1);  // the terminator stays
-        dest_[capacity_] = 0;
-        mode_ = kModeDirect;
-        break;
-    case kTypeBlob:
-        dest_ = static_cast<uint8_t*>(c.var);
-        capacity_ = c.size;
-        mode_ = kModeDirect;
-        break;
-    case kTypePassword: mode_ = kModePassword; break;
-    default: mode_ = kModeScratch; break;  // applied whole when the item is complete
-    }
-}
-
-void Tremolanth::itemByte(uint8_t b) {
-    switch (mode_) {
-    case kModeDirect:
-        if (pos_ < capacity_) dest_[pos_] = b;
-        break;
-    case kModeScratch:
-        if (pos_ < sizeof scratch_) scratch_[pos_] = b;
-        break;
-    case kModePassword: {
-        const uint8_t at = static_cast<uint8_t>(pos_ < kPasswordField ? pos_ : pos_ - kPasswordField);
-        if (at < TRM_PASSWORD_CHARS) {
-            scratch_[at] = b;
-        } else if (b != 0 && memchr(scratch_, 0, TRM_PASSWORD_CHARS) == 0) {
-            password_ |= kOverlong;
-        }
-        if (pos_ == kPasswordField - 1) passwordFieldDone();
-        break;
-    }
-    case kModeSkip: break;
-    }
-    ++pos_;
-}
-
-void Tremolanth::passwordFieldDone() {
-    if (scratch_[0] == 0) {
-        password_ |= kFirstEmpty;
-    } else if (!(password_ & kOverlong)) {
-        TrmControl c;
-        TrmPasswordCheck check = 0;
-        if (find(itemKey_, &c)) check = reinterpret_cast<TrmPasswordCheck>(const_cast<void*>(c.extra));
-        if (check && check(reinterpret_cast<const char*>(scratch_), false)) password_ |= kFirstGood;
-    }
-    password_ &= static_cast<uint8_t>(~kOverlong);
+    state_ = kItemData;
+    pos_ = 0;
+    password_ = 0;
     memset(scratch_, 0, sizeof scratch_);
+    // A Message's answer is only noted. The values of the controls that do not take theirs
+    // straight into the variable are gathered whole, and applied when complete.
+    mode_ = kModeAnswer;
+    if (itemKey_ < kSlotKeys || itemKey_ >= kSlotKeys + 0x100) {
+        mode_ = kModeData;
+        dest_ = scratch_;
+        if (!pass(TrmPanel::kStart, itemKey_)) {
+            error_ = kTrmErrorUnknownKey;
+            mode_ = kModeSkip;
+        }
+    }
+}
+
+void Tremolanth::startItem(TrmControl& c) {
+    const uint8_t options = optionsOf(c);
+    const uint8_t item = TRM_FLASH_BYTE(&c.kind->item);
+    if (options & kTrailer) blobKey_ = static_cast<uint8_t>(c.key);
+    // Never more than the control holds, nor a part of it: anything else is skipped.
+    if (item == kItemRefused || size_ != (item == kItemVariable ? c.size : item) ||
+        (item == kItemVariable && size_ == 0)) {
+        error_ = kTrmErrorItemSize;
+        mode_ = kModeSkip;
+    } else if (item == kItemVariable) {
+        dest_ = static_cast<uint8_t*>(c.var);
+        // A text keeps its terminator, even when the item is cut short.
+        if (options & kTerminated) dest_[size_ - 1] = 0;
+    } else if (item == kPasswordItem) {
+        dest_ = reinterpret_cast<uint8_t*>(const_cast<void*>(c.data));
+        mode_ = kModePassword;
+    }
+}
+
+void Tremolanth::nextItem() { state_ = items_ == 0 && blobKey_ == 0 ? kHunt : kItemHead; }
+
+void Tremolanth::passwordByte(uint8_t b) {
+    const uint8_t at = static_cast<uint8_t>(pos_ < kPasswordField ? pos_ : pos_ - kPasswordField);
+    if (at < TRM_PASSWORD_CHARS) {
+        scratch_[at] = b;
+    } else if (b != 0 && memchr(scratch_, 0, TRM_PASSWORD_CHARS) == 0) {
+        password_ |= kOverlong;
+    }
+    if (pos_ == kPasswordField - 1) {
+        // The first field: the password to log in with, or the old one of a change.
+        if (scratch_[0] == 0) {
+            password_ |= kFirstEmpty;
+        } else if (!(password_ & kOverlong)) {
+            TrmPasswordCheck check = reinterpret_cast<TrmPasswordCheck>(dest_);
+            if (check && check(reinterpret_cast<const char*>(scratch_), false)) {
+                password_ |= kFirstGood;
+            }
+        }
+        password_ &= static_cast<uint8_t>(~kOverlong);
+        memset(scratch_, 0, sizeof scratch_);
+    }
 }
 
 uint8_t Tremolanth::finishItem() {
     uint8_t changed = 0;
-    if (itemKey_ >= kSlotKeys) {
-        if (mode_ != kModeSkip) changed = lastPopup_;
+    if (mode_ == kModeAnswer) {
+        changed = lastPopup_;
     } else if (mode_ != kModeSkip) {
-        TrmControl c;
-        if (find(itemKey_, &c)) changed = applyItem(c);
+        if (pass(TrmPanel::kApply, itemKey_)) {
+            const uint8_t done = TrmPanel::shared_.done_;
+            const uint8_t key = static_cast<uint8_t>(itemKey_);
+            // The client shows what the device kept (a number within its limits, a radio's
+            // group, a section's or password's controls).
+            if (done & kEcho) send(key);
+            if (done & kChanged) changed = key;
+        }
     }
-    mode_ = kModeSkip;
     nextItem();
     return changed;
-}
-
-uint8_t Tremolanth::applyItem(TrmControl& c) {
-    const uint8_t first = scratch_[0];
-    switch (c.type) {
-    case kTypeButton: return first != 0 ? c.key : 0;
-    case kTypeImage: return c.key;
-    case kTypeFiles: sendFile(c); return c.key;
-    case kTypeCheckBox:
-        if (!c.width) {
-            *static_cast<bool*>(c.var) = first != 0;
-        } else if (first != 0) {
-            // The client sends the whole group, cleared boxes too: the ticked one decides.
-            *static_cast<uint8_t*>(c.var) = static_cast<uint8_t>(c.low);
-        } else {
-            return 0;
-        }
-        break;
-    case kTypeSection: *static_cast<bool*>(c.var) = first != 0; break;
-    case kTypeDateTime: {
-        TrmDateTime& t = *static_cast<TrmDateTime*>(c.var);
-        t.second = scratch_[0];
-        t.minute = scratch_[1];
-        t.hour = scratch_[2];
-        t.day = scratch_[3];
-        t.weekday = scratch_[4];
-        t.month = scratch_[5];
-        t.year = static_cast<uint16_t>(scratch_[6] | (scratch_[7] << 8));
-        break;
-    }
-    case kTypeNumber: {
-        const int32_t sent = static_cast<int32_t>(le32(scratch_));
-        int32_t v = sent;
-        if ((c.flags & TRM_MINIMUM_APPLIES) && v < c.low) v = c.low;
-        if ((c.flags & TRM_MAXIMUM_APPLIES) && v > c.high) v = c.high;
-        *static_cast<int32_t*>(c.var) = v;
-        break;
-    }
-    case kTypeList: {
-        const uint32_t index = le32(scratch_);
-        if (index >= static_cast<uint32_t>(c.high)) {
-            send(c.key);  // refused: the client shows the item kept
-            return 0;
-        }
-        *static_cast<uint8_t*>(c.var) = static_cast<uint8_t>(index);
-        break;
-    }
-    case kTypePassword: {
-        bool& in = *static_cast<bool*>(c.var);
-        const bool secondEmpty = scratch_[0] == 0 && !(password_ & kOverlong);
-        if (secondEmpty) {
-            in = (password_ & (kFirstEmpty | kFirstGood)) == kFirstGood;  // empty: log out
-        } else if ((password_ & kFirstGood) && !(password_ & kOverlong)) {
-            TrmPasswordCheck check = reinterpret_cast<TrmPasswordCheck>(const_cast<void*>(c.extra));
-            if (check) check(reinterpret_cast<const char*>(scratch_), true);
-        }
-        break;  // the verdict goes back, and shows or hides the controls it guards
-    }
-    default: break;  // text and blob are in place
-    }
-    // The client shows what the device kept (a number within its limits, a radio's group, a
-    // section's or password's controls).
-    send(c.key);
-    return c.key;
 }

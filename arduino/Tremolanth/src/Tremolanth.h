@@ -92,24 +92,24 @@ enum TrmError : uint8_t {
     kTrmErrorCut,           // a frame broken off by the next one
 };
 
+struct TrmKind;
+struct TrmOps;
+
 // One control as its describe call gives it (internal).
 struct TrmControl {
-    uint8_t type;
-    uint8_t key;
-    uint8_t index;  // position among the panel's controls
-    uint8_t group;  // 1 + index of the section or password it belongs to, 0 none
-    uint32_t flags;
-    TrmText label;
+    const TrmKind* kind;  // in flash: the type's tag, attributes, value and apply functions
+    uint16_t key;         // 1 to 255; a Message slot's key is above
+    uint8_t index;        // position among the panel's controls
+    uint8_t group;        // 1 + index of the section or password it belongs to, 0 none
     void* var;
-    uint16_t size;
-    const void* data;   // flash or RAM bytes the control shows
-    const void* extra;  // chart samples, password check
-    TrmText text1;      // format, list items, file name, series names
-    TrmText text2;      // chart units
-    int32_t low;
-    int32_t high;
+    uint16_t size;      // bytes of the variable; a chart's rows, a Message slot's bytes
+    TrmText texts[3];   // label; format, file name or chart units; list items or series names
+    const void* data;   // flash bytes the control shows, chart values, a password's check
+    uint32_t flags;
+    int32_t low;        // minimum, chart series
+    int32_t high;       // maximum, list items
     int8_t exponent;
-    uint8_t width;
+    uint8_t on;         // a box's variable holds this when ticked; a chart's shape
 };
 
 class Tremolanth;
@@ -118,7 +118,7 @@ class Tremolanth;
 class TrmPanel {
 public:
     // The panel's name, under which the client keeps its settings for this device.
-    void title(TrmText name) { title_ = name; }
+    void title(TrmText name) { t_.title = name; }
     // A text of size bytes (its terminator included). flags: TRM_EDITABLE, TRM_MASKED.
     void text(uint8_t key, TrmText label, char* value, uint8_t size, uint32_t flags = 0);
     // poll() returns the key when pressed.
@@ -129,7 +129,7 @@ public:
     // The controls after a section, up to the next section, password or endGroup(), show
     // only while it is open.
     void section(uint8_t key, TrmText label, bool& open);
-    void endGroup();
+    void endGroup() { t_.group = 0; }
     // format: %dd% %MM% %yyyy% %HH% %mm% %ss% and the like.
     void dateTime(uint8_t key, TrmText label, TrmDateTime& value, TrmText format,
                   uint32_t flags = TRM_EDIT_DATE_TIME);
@@ -144,14 +144,14 @@ public:
     template <typename T, uint8_t S, uint8_t R, bool SA>
     void chart(uint8_t key, TrmText label, TrmRing<T, S, R, SA>& ring, TrmText series,
                TrmText units = 0, int8_t exponent = 0) {
-        ringControl(key, label, ring, ring.values, SA ? ring.samples : 0, sizeof(T), S, R,
-                    series, units, exponent, false);
+        ringControl(key, label, ring, ring.values, series, units,
+                    shape(sizeof(T), S, R, SA, false, exponent));
     }
     template <typename T, uint8_t S, uint8_t R, bool SA>
     void table(uint8_t key, TrmText label, TrmRing<T, S, R, SA>& ring, TrmText series,
                TrmText units = 0, int8_t exponent = 0) {
-        ringControl(key, label, ring, ring.values, SA ? ring.samples : 0, sizeof(T), S, R,
-                    series, units, exponent, true);
+        ringControl(key, label, ring, ring.values, series, units,
+                    shape(sizeof(T), S, R, SA, true, exponent));
     }
     // The controls after it, up to the next section, password or endGroup(), show only while
     // loggedIn. check decides; see TrmPasswordCheck.
@@ -172,34 +172,57 @@ public:
 
 private:
     friend class Tremolanth;
-    enum Pass : uint8_t { kCount, kSettings, kRecords, kFind, kItems };
-    TrmPanel(Tremolanth& device, Pass pass) : device_(device), pass_(pass) {}
+    friend struct TrmOps;
+    // What a run of the sketch's describe function does: counts and writes the settings,
+    // writes the records, finds a control, starts or applies an item the client sends into
+    // its control, or writes value or layout items.
+    enum Pass : uint8_t { kSettings, kRecords, kFind, kStart, kApply, kItems };
+    // Every pass runs on this one panel: passes never nest, and the stack stays small.
+    static TrmPanel shared_;
+    TrmPanel() = default;
+    // A ring's value width, series, rows, samples, chart or table and exponent in one word,
+    // so that a chart's call passes everything in registers.
+    static constexpr uint32_t shape(uint8_t width, uint8_t series, uint8_t rows, bool sampled,
+                                    bool table, int8_t exponent) {
+        return width | (sampled ? 0x10u : 0u) | (table ? 0x20u : 0u) |
+               static_cast<uint32_t>(series) << 8 | static_cast<uint32_t>(rows) << 16 |
+               static_cast<uint32_t>(static_cast<uint8_t>(exponent)) << 24;
+    }
     void ringControl(uint8_t key, TrmText label, TrmRingState& ring, const void* values,
-                     const void* samples, uint8_t width, uint8_t series, uint8_t rows,
-                     TrmText names, TrmText units, int8_t exponent, bool table);
-    void visit(TrmControl& c);
+                     TrmText names, TrmText units, uint32_t shape);
+    // Each declaration fills in c_ what its type needs, then visits it.
+    void visit(uint8_t key, TrmText label, const TrmKind* kind);
+    void visitControl(const TrmKind* kind);
+    void setting(uint16_t kind, uint16_t value);
 
-    Tremolanth& device_;
+    TrmControl c_;  // the control being described; all zero between declarations
+    Tremolanth* device_;
     Pass pass_;
-    uint8_t index_ = 0;
-    uint8_t group_ = 0;
-    bool groupOpen_ = true;
-    // kFind: the key sought and where its control goes.
-    uint16_t key_ = 0;
-    TrmControl* found_ = 0;
-    // kItems: which controls give an item, written with writer_.
-    const void* var_ = 0;   // those bound to this variable (a radio group shares one)
-    uint8_t group_of_ = 0;  // those of this group
-    bool layout_ = false;   // layout items instead of value items
-    TrmWriter* writer_ = 0;
-    uint32_t items_ = 0;
-    // kCount
-    uint8_t controls_ = 0;
-    uint8_t messages_ = 0;
-    uint8_t visible_ = 0;
-    uint16_t messageBytes_ = 0;
-    uint16_t settings_ = 0;
-    TrmText title_ = 0;
+    uint16_t key_;  // the control sought: found, started, applied, or whose item is written
+    // kItems: the controls that give an item instead of the one of key_: those of a group,
+    // or those bound to a variable (a radio group).
+    uint8_t groupOf_;
+    const void* var_;
+    bool layout_;  // layout items instead of value items
+    // What a pass counts as it goes.
+    struct Tally {
+        uint8_t index;
+        uint8_t group;   // of the controls that follow
+        bool closed;     // their section is closed or their password logged out
+        uint8_t controls;
+        uint8_t messages;
+        uint8_t visible;
+        uint16_t messageBytes;
+        uint16_t count;  // settings or items written, controls found
+        TrmText title;
+    } t_;
+    // kFind: what the control of key_ is; kApply: what applying its item did.
+    const TrmKind* foundKind_;
+    void* foundVar_;
+    TrmText foundLabel_;
+    uint8_t foundIcon_;  // a Message's icon: the flags' bits 16 to 23
+    uint8_t foundIndex_;
+    uint8_t done_;
 };
 
 typedef void (*TrmDescribe)(TrmPanel& panel);
@@ -208,7 +231,7 @@ class Tremolanth {
 public:
     // constexpr: a global device needs no start-up code.
     constexpr Tremolanth(Stream& stream, TrmDescribe describe)
-        : stream_(stream), describe_(describe) {}
+        : out_(putStream, &stream), describe_(describe) {}
 
     // Reads what the client sent (only what has arrived) and answers it. Returns the key of a
     // control whose value the client changed or that it pressed, or 0; call it again for the
@@ -237,52 +260,51 @@ public:
 
 private:
     friend class TrmPanel;
+    friend struct TrmOps;
     enum State : uint8_t { kHunt, kHead, kCount, kItemHead, kItemData };
-    enum Mode : uint8_t { kModeSkip, kModeDirect, kModeScratch, kModePassword };
+    enum Mode : uint8_t { kModeSkip, kModeData, kModePassword, kModeAnswer };
 
-    void run(TrmPanel& panel) { describe_(panel); }
-    bool find(uint16_t key, TrmControl* out);
-    bool hiddenBit(uint8_t index) const;
-    void setHiddenBit(uint8_t index, bool hidden);
+    static void putStream(void* stream, uint8_t byte);
+    // One pass over the panel on the shared TrmPanel; dry: its writing only counted. Returns
+    // the count of the pass.
+    uint16_t pass(uint8_t what, uint16_t key, bool dry = false);
     void sendPanel();
-    // A value (type 9) or layout (type 16) update of the controls a TrmPanel kItems pass picks.
-    void sendItems(uint8_t type, uint8_t key, const void* var, uint8_t group, bool layout);
-    void writeRecord(TrmWriter& w, const TrmControl& c);
-    bool writeValue(TrmWriter& w, const TrmControl& c);
-    void sendFile(const TrmControl& c);
+    // A value (type 9) or layout (type 16) update of the controls a kItems pass picks: those
+    // of the shared panel's groupOf_, or of its var_, or of key.
+    void sendItems(uint8_t type, uint8_t key);
+    void frame(uint8_t type) { out_.frameHead(type, 0); }
+    // A frame of one item: its head, the item's key and size; the data follows.
+    TRM_NOINLINE void oneItem(uint8_t type, uint16_t key, uint16_t size);
 
+    uint8_t read(uint8_t byte);
+    void command();
+    void itemHead();
     void nextItem();
-    void accumulate(uint8_t byte);
-    void startItem(uint16_t key, uint16_t size);
-    void itemByte(uint8_t byte);
+    void startItem(TrmControl& c);
+    void passwordByte(uint8_t byte);
     uint8_t finishItem();
-    uint8_t applyItem(TrmControl& c);
-    void passwordFieldDone();
 
-    Stream& stream_;
+    TrmWriter out_;  // everything the device sends (to the stream), and the counting ahead of it
     TrmDescribe describe_;
     uint8_t hidden_[(TRM_MAX_CONTROLS + 7) / 8] = {};
     bool connected_ = false;
     uint8_t lastPopup_ = 0;
     TrmError error_ = kTrmErrorNone;
 
-    // The frame reader.
+    // The frame reader: a frame's head, the item count and each item's head are gathered in
+    // scratch_, which then takes the item's value.
     State state_ = kHunt;
     uint8_t matched_ = 0;  // marker bytes seen in a row
-    uint8_t at_ = 0;       // byte of the head, count or item head
-    uint8_t type_ = 0;
+    uint8_t at_ = 0;       // bytes of the head, count or item head
     Mode mode_ = kModeSkip;
     uint8_t password_ = 0;  // bits of a password item being read
     uint16_t itemKey_ = 0;
     uint8_t blobKey_ = 0;   // a Blob item was read: its empty trailer may follow
-    uint16_t acc_ = 0;      // the low half of the word being read
-    bool accHigh_ = false;  // its high half is not zero
     uint16_t items_ = 0;    // items of the value message still to come
-    uint16_t left_ = 0;     // bytes of the item still to come
+    uint16_t size_ = 0;     // bytes of the item
     uint16_t pos_ = 0;      // bytes of the item read
-    uint8_t* dest_ = 0;
-    uint16_t capacity_ = 0;
-    uint8_t scratch_[TRM_PASSWORD_CHARS + 1 > 8 ? TRM_PASSWORD_CHARS + 1 : 8] = {};
+    uint8_t* dest_ = 0;     // where the item goes: the variable or scratch_; a password's check
+    uint8_t scratch_[TRM_PASSWORD_CHARS + 1 > 12 ? TRM_PASSWORD_CHARS + 1 : 12] = {};
 };
 
 #endif  // TREMOLANTH_H

@@ -1,70 +1,53 @@
 #include "TremolanthWriter.h"
 
-#include <string.h>
-
 namespace {
 
-const uint8_t kMarker[TRM_MARKER_SIZE] TRM_PROGMEM = {TRM_MARKER_BYTES};
-
-uint8_t readByte(const char* p, TrmMemory memory) {
-    return memory == kTrmFlash ? TRM_FLASH_BYTE(p) : static_cast<uint8_t>(*p);
-}
-
-// Walks a UTF-8 text as 8-bit characters: returns the next one and moves p past it, 0 at the end.
-uint8_t nextChar(const char*& p, TrmMemory memory) {
-    uint8_t lead = readByte(p, memory);
-    if (lead == 0) return 0;
-    ++p;
-    if (lead < 0x80) return lead;
-    uint8_t result = '?';
-    if ((lead == 0xC2 || lead == 0xC3) && (readByte(p, memory) & 0xC0) == 0x80) {
-        result = static_cast<uint8_t>(((lead & 0x03) << 6) | (readByte(p, memory) & 0x3F));
-        ++p;
-    }
-    // The rest of a longer or broken sequence goes with its '?'.
-    while ((readByte(p, memory) & 0xC0) == 0x80) ++p;
-    return result;
-}
+// The marker and the two header words: the first 16 bytes of every frame.
+const uint8_t kFrameStart[16] TRM_PROGMEM = {
+    TRM_MARKER_BYTES,
+    static_cast<uint8_t>(TRM_HEADER_WORD0), static_cast<uint8_t>(TRM_HEADER_WORD0 >> 8),
+    static_cast<uint8_t>(TRM_HEADER_WORD0 >> 16), static_cast<uint8_t>(TRM_HEADER_WORD0 >> 24),
+    static_cast<uint8_t>(TRM_HEADER_WORD1), static_cast<uint8_t>(TRM_HEADER_WORD1 >> 8),
+    static_cast<uint8_t>(TRM_HEADER_WORD1 >> 16), static_cast<uint8_t>(TRM_HEADER_WORD1 >> 24)};
 
 }  // namespace
 
-uint8_t trmMarkerByte(uint8_t i) { return TRM_FLASH_BYTE(&kMarker[i & 7]); }
+uint8_t trmMarkerByte(uint8_t i) { return TRM_FLASH_BYTE(&kFrameStart[i & 7]); }
 
-#if defined(__BYTE_ORDER__) && __BYTE_ORDER__ == __ORDER_LITTLE_ENDIAN__
-// The board keeps integers as the wire does: their bytes go out as they are, which an 8-bit
-// processor does far more cheaply than shifting.
-void TrmWriter::u16(uint16_t v) { bytes(reinterpret_cast<const uint8_t*>(&v), 2); }
-void TrmWriter::u32(uint32_t v) { bytes(reinterpret_cast<const uint8_t*>(&v), 4); }
-#else
+void TrmWriter::u8(uint8_t v) {
+    if (put_) put_(context_, v);
+    ++count_;
+}
+
 void TrmWriter::u16(uint16_t v) {
     u8(static_cast<uint8_t>(v));
     u8(static_cast<uint8_t>(v >> 8));
 }
+
 void TrmWriter::u32(uint32_t v) {
-    for (uint8_t i = 0; i < 4; ++i) u8(static_cast<uint8_t>(v >> (8 * i)));
-}
-#endif
-
-void TrmWriter::bytes(const uint8_t* data, size_t size, TrmMemory memory) {
-    if (!put_) {
-        count_ += size;
-        return;
-    }
-    for (size_t i = 0; i < size; ++i) u8(readByte(reinterpret_cast<const char*>(data + i), memory));
+    u16(static_cast<uint16_t>(v));
+    u16(static_cast<uint16_t>(v >> 16));
 }
 
-void TrmWriter::zeros(size_t size) {
-    if (!put_) {
-        count_ += size;
-        return;
+void TrmWriter::u32Size(size_t v) {
+    // On an 8-bit board a size_t is 16 bits: its upper half is zero.
+    if (sizeof v < 4) {
+        u16(static_cast<uint16_t>(v));
+        u16(0);
+    } else {
+        u32(static_cast<uint32_t>(v));
     }
-    while (size-- > 0) u8(0);
+}
+
+void TrmWriter::bytes(const void* data, size_t size, TrmMemory memory) {
+    const uint8_t* p = static_cast<const uint8_t*>(data);
+    for (size_t i = 0; i < size; ++i) {
+        u8(!p ? 0 : memory == kTrmFlash ? TRM_FLASH_BYTE(p + i) : p[i]);
+    }
 }
 
 void TrmWriter::frameHead(uint16_t type, uint16_t flags) {
-    for (uint8_t i = 0; i < TRM_MARKER_SIZE; ++i) u8(trmMarkerByte(i));
-    u32(TRM_HEADER_WORD0);
-    u32(TRM_HEADER_WORD1);
+    bytes(kFrameStart, sizeof kFrameStart, kTrmFlash);
     u16(type);
     u16(flags);
 }
@@ -92,30 +75,40 @@ void TrmWriter::dateTime(const uint8_t fields[6], uint16_t year) {
     u16(year);
 }
 
-void TrmWriter::text(const char* utf8, TrmMemory memory, bool terminate, char separator) {
-    if (utf8) {
-        for (uint8_t c; (c = nextChar(utf8, memory)) != 0;) {
-            u8(separator != 0 && c == static_cast<uint8_t>(separator) ? 0 : c);
+void TrmWriter::text(const char* p, TextEnd end) {
+    if (p) {
+        // UTF-8 walked as 8-bit characters.
+        for (uint8_t lead; (lead = TRM_FLASH_BYTE(p)) != 0;) {
+            ++p;
+            uint8_t c = lead;
+            if (lead >= 0x80) {
+                const uint8_t next = TRM_FLASH_BYTE(p);
+                c = static_cast<uint8_t>((lead & 0xFE) == 0xC2 && (next & 0xC0) == 0x80
+                                             ? (lead << 6) | (next & 0x3F)
+                                             : '?');
+                // Its continuation bytes, and those of a longer or broken sequence.
+                while ((TRM_FLASH_BYTE(p) & 0xC0) == 0x80) ++p;
+            }
+            u8(end == kItems && c == '|' ? 0 : c);
         }
     }
-    if (terminate) u8(0);
+    if (end != kPlain) u8(0);
 }
 
-void TrmWriter::countedText(const char* utf8, TrmMemory memory, bool terminate, char separator) {
-    TrmWriter counter(0, 0);
-    counter.text(utf8, memory, terminate, separator);
-    u32(static_cast<uint32_t>(counter.count()));
-    text(utf8, memory, terminate, separator);
+void TrmWriter::textPart(TrmWriter& w, const void* what, uint8_t how) {
+    w.text(static_cast<const char*>(what), static_cast<TextEnd>(how));
 }
 
-size_t TrmWriter::textLength(const char* utf8, TrmMemory memory) {
-    TrmWriter counter(0, 0);
-    counter.text(utf8, memory, false);
-    return counter.count();
+size_t TrmWriter::measure(Part part, const void* what, uint8_t how) {
+    const size_t start = count_;
+    const TrmPutByte put = pause();
+    part(*this, what, how);
+    const size_t size = count_ - start;
+    resume(put, start);
+    return size;
 }
 
-void TrmWriter::countedUtf16(const char* ascii, TrmMemory memory) {
-    u32(static_cast<uint32_t>(2 * textLength(ascii, memory)));
-    if (!ascii) return;
-    for (uint8_t c; (c = nextChar(ascii, memory)) != 0;) u16(c);
+void TrmWriter::counted(Part part, const void* what, uint8_t how) {
+    u32Size(measure(part, what, how));
+    part(*this, what, how);
 }

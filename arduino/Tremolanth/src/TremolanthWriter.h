@@ -21,7 +21,14 @@
 #define TRM_FLASH_BYTE(p) (*reinterpret_cast<const uint8_t*>(p))
 #endif
 
-// Where a text lives: on an AVR, flash is another address space read with its own instruction.
+// A function the compiler keeps whole rather than copying into each caller.
+#if defined(__GNUC__)
+#define TRM_NOINLINE __attribute__((noinline))
+#else
+#define TRM_NOINLINE
+#endif
+
+// Where bytes live: on an AVR, flash is another address space read with its own instruction.
 enum TrmMemory : uint8_t { kTrmRam = 0, kTrmFlash = 1 };
 
 typedef void (*TrmPutByte)(void* context, uint8_t byte);
@@ -29,22 +36,42 @@ typedef void (*TrmPutByte)(void* context, uint8_t byte);
 class TrmWriter {
 public:
     // put null: count only.
-    TrmWriter(TrmPutByte put, void* context) : put_(put), context_(context), count_(0) {}
+    constexpr TrmWriter(TrmPutByte put, void* context) : put_(put), context_(context), count_(0) {}
 
     size_t count() const { return count_; }
     bool counting() const { return put_ == 0; }
-
-    void u8(uint8_t v) {
-        if (put_) put_(context_, v);
-        ++count_;
+    void* context() const { return context_; }
+    // A dry run: until resume(), bytes are counted but not written. A byte count goes ahead
+    // of what it counts this way, without a second writer.
+    TrmPutByte pause() {
+        const TrmPutByte put = put_;
+        put_ = 0;
+        return put;
     }
+    // Writing again, the count back to what it was.
+    void resume(TrmPutByte put, size_t count) {
+        put_ = put;
+        count_ = count;
+    }
+    // Something to write, given what and how: a text, a control's value.
+    typedef void (*Part)(TrmWriter& w, const void* what, uint8_t how);
+    // The bytes part would write, counted without writing them.
+    TRM_NOINLINE size_t measure(Part part, const void* what, uint8_t how);
+    // Their byte count as a 32-bit word, then the bytes.
+    void counted(Part part, const void* what, uint8_t how);
+
+    void u8(uint8_t v);
     void u16(uint16_t v);
     void u32(uint32_t v);
-    void bytes(const uint8_t* data, size_t size, TrmMemory memory = kTrmRam);
-    void zeros(size_t size);
+    // A 32-bit word whose value fits a size_t: counts and keys, without 32-bit arithmetic on
+    // an 8-bit board.
+    void u32Size(size_t v);
+    // Null data: zeros.
+    void bytes(const void* data, size_t size, TrmMemory memory = kTrmRam);
+    void zeros(size_t size) { bytes(0, size); }
 
     // The 20-byte head of every frame.
-    void frameHead(uint16_t type, uint16_t flags);
+    TRM_NOINLINE void frameHead(uint16_t type, uint16_t flags);
     // The common start of a record body: tag, flags, key.
     void recordHead(uint16_t tag, uint32_t flags, uint32_t key);
     // An item of a value or layout update: key and byte count; the data follows.
@@ -75,16 +102,19 @@ public:
         u8(v);
     }
 
-    // UTF-8 as 8-bit text: characters up to U+00FF become one byte (the client's code page
-    // agrees with Latin-1 there), any other character '?'. With separator, each occurrence of
-    // it ends an item: items one after another, each terminated (list items, series names).
-    void text(const char* utf8, TrmMemory memory, bool terminate, char separator = 0);
+    // How text() ends a text: not at all, with a terminator, or as items each terminated.
+    enum TextEnd : uint8_t { kPlain, kTerminated, kItems };
+    // A UTF-8 text in flash (plain memory off the board) as 8-bit text: characters up to
+    // U+00FF become one byte (the client's code page agrees with Latin-1 there), any other
+    // character '?'. As kItems, each '|' ends an item: items one after another, each
+    // terminated (list items, series names). Null writes nothing but the terminator.
+    void text(const char* utf8, TextEnd end = kPlain);
     // The byte count of that text, then the text.
-    void countedText(const char* utf8, TrmMemory memory, bool terminate, char separator = 0);
+    void countedText(const char* utf8, TextEnd end = kPlain) { counted(textPart, utf8, end); }
     // The 8-bit length of a text (what text() would write, without a terminator).
-    static size_t textLength(const char* utf8, TrmMemory memory);
-    // The text as UTF-16LE (the second identity text must be UTF-16), counted.
-    void countedUtf16(const char* ascii, TrmMemory memory);
+    size_t textLength(const char* utf8) { return measure(textPart, utf8, kPlain); }
+    // text() as a Part: what is the text, how its TextEnd.
+    static void textPart(TrmWriter& w, const void* what, uint8_t how);
 
 private:
     TrmPutByte put_;
