@@ -1,5 +1,6 @@
 #include "Tremolanth.h"
 
+#include <stddef.h>
 #include <string.h>
 
 // What a control type is, in flash. Each declaration names its own kind, so a type the sketch
@@ -68,16 +69,16 @@ uint16_t countItems(TrmText items) {
     return n;
 }
 
-// What each attribute carries; the letters of a kind are a run of kLetters, their values the
-// same run of kOps. A text's op is its index in TrmControl::texts.
+// What each attribute carries: where in the control its value stands. The letters of a kind
+// are a run of kLetters, their values the same run of kOps.
 enum Op : uint8_t {
-    kOpLabel = kTextLabel,
-    kOpFormat = kTextFormat,
-    kOpItems = kTextItems,
-    kOpLow,
-    kOpHigh,
-    kOpDecimals,
-    kOpExponent
+    kOpLabel = offsetof(TrmControl, texts),  // a text
+    kOpFormat = kOpLabel + sizeof(TrmText),
+    kOpItems = kOpFormat + sizeof(TrmText),  // items, each terminated
+    kOpLow = offsetof(TrmControl, low),      // a 32-bit number
+    kOpHigh = offsetof(TrmControl, high),
+    kOpExponent = offsetof(TrmControl, exponent),  // an 8-bit number
+    kOpDecimals = kOpExponent | 0x80,  // the decimals a negative exponent asks for
 };
 const char kLetters[] TRM_PROGMEM = "ZfdmnxZrZmZnNAFDMZIn";
 const uint8_t kOps[] TRM_PROGMEM = {
@@ -128,16 +129,17 @@ template <typename T> T flashPointer(const T* p) {
 uint8_t optionsOf(const TrmControl& c) { return TRM_FLASH_BYTE(&c.kind->options); }
 
 void attribute(TrmWriter& w, const TrmControl& c, uint8_t op) {
-    if (op <= kOpItems) {
-        w.countedText(flash(c.texts[op]), op == kOpItems ? TrmWriter::kItems : TrmWriter::kPlain);
-    } else if (op <= kOpHigh) {
+    const uint8_t* field = reinterpret_cast<const uint8_t*>(&c) + (op & 0x7F);
+    if (op < kOpLow) {
+        w.countedText(flash(*reinterpret_cast<const TrmText*>(field)),
+                      op == kOpItems ? TrmWriter::kItems : TrmWriter::kPlain);
+    } else if (op < kOpExponent) {
         w.u32Size(4);
-        w.bytes(op == kOpLow ? &c.low : &c.high, 4);  // little-endian, as the wire
+        w.bytes(field, 4);  // little-endian, as the wire
     } else {
+        const int8_t exponent = c.exponent;
         w.u32Size(1);
-        w.u8(static_cast<uint8_t>(op == kOpExponent ? c.exponent
-                                  : c.exponent < 0  ? -c.exponent
-                                                    : 0));
+        w.u8(static_cast<uint8_t>(op == kOpExponent ? exponent : exponent < 0 ? -exponent : 0));
     }
 }
 
@@ -572,12 +574,7 @@ void Tremolanth::sendPanel() {
 
     frame(TRM_IN_IDENTITY);
     w.countedText(panel.t_.title ? flash(panel.t_.title) : kUntitled);
-    // The second text is UTF-16: the server text is ASCII.
-    w.u32Size(2 * (sizeof kServerText - 1));
-    for (uint8_t i = 0; i < sizeof kServerText - 1; ++i) {
-        w.u8(TRM_FLASH_BYTE(&kServerText[i]));
-        w.u8(0);
-    }
+    w.countedText(kServerText, TrmWriter::kWide);  // the second text is UTF-16
 
     frame(TRM_IN_SETTINGS);
     w.u32Size(settings);

@@ -90,9 +90,10 @@ void TrmWriter::text(const char* p, TextEnd end) {
                 while ((TRM_FLASH_BYTE(p) & 0xC0) == 0x80) ++p;
             }
             u8(end == kItems && c == '|' ? 0 : c);
+            if (end == kWide) u8(0);
         }
     }
-    if (end != kPlain) u8(0);
+    if (end >= kTerminated) u8(0);
 }
 
 void TrmWriter::textPart(TrmWriter& w, const void* what, uint8_t how) {

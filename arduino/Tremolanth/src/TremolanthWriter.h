@@ -102,8 +102,9 @@ public:
         u8(v);
     }
 
-    // How text() ends a text: not at all, with a terminator, or as items each terminated.
-    enum TextEnd : uint8_t { kPlain, kTerminated, kItems };
+    // How text() writes a text: as it is, as UTF-16LE (ASCII only), with a terminator, or as
+    // items each terminated.
+    enum TextEnd : uint8_t { kPlain, kWide, kTerminated, kItems };
     // A UTF-8 text in flash (plain memory off the board) as 8-bit text: characters up to
     // U+00FF become one byte (the client's code page agrees with Latin-1 there), any other
     // character '?'. As kItems, each '|' ends an item: items one after another, each
