@@ -240,8 +240,11 @@ struct TrmOps {
     static uint8_t applyNumber(Tremolanth& d, TrmControl& c) {
         int32_t v;
         memcpy(&v, d.scratch_, 4);
-        if ((c.flags & TRM_MINIMUM_APPLIES) && v < c.low) v = c.low;
-        if ((c.flags & TRM_MAXIMUM_APPLIES) && v > c.high) v = c.high;
+        // A number with limits has both.
+        if (c.flags & TRM_MINIMUM_APPLIES) {
+            if (v < c.low) v = c.low;
+            if (v > c.high) v = c.high;
+        }
         *static_cast<int32_t*>(c.var) = v;
         return kEcho | kChanged;
     }
@@ -266,7 +269,7 @@ struct TrmOps {
     }
     static uint8_t applyFiles(Tremolanth& d, TrmControl& c) {
         TrmWriter& w = d.out_;
-        w.frameHead(TRM_IN_FILES, 0);
+        d.frame(TRM_IN_FILES);
         w.u32Size(c.key);
         w.u32Size(1);
         w.countedText(flash(c.texts[kTextFormat]), TrmWriter::kTerminated);
@@ -313,10 +316,11 @@ TRM_KIND(kImageKind, TRM_TAG_IMAGE, 0, 1, 0, 0, 0, imageValue, applyPress);
 
 TrmPanel TrmPanel::shared_;
 
-void TrmPanel::visit(uint8_t key, TrmText label, const TrmKind* kind) {
+void TrmPanel::visit(uint8_t key, TrmText label, const TrmKind* kind, void* var) {
     c_.key = key;
     c_.texts[kTextLabel] = label;
     c_.kind = kind;
+    c_.var = var;
     visitControl(kind);
     memset(&c_, 0, sizeof c_);
 }
@@ -386,29 +390,23 @@ void TrmPanel::visitControl(const TrmKind* kind) {
     case kRecords:
         if (!message) w.counted(record, &c, kRecord);
         break;
-    case kFind:
-        if (sought) {
-            key_ = kNoKey;
-            ++t_.count;
+    default:  // kFind, kStart, kApply
+        // A Message takes no item.
+        if (!sought || (message && pass_ != kFind)) break;
+        key_ = kNoKey;
+        ++t_.count;
+        if (pass_ == kStart) {
+            device.startItem(c);
+        } else if (pass_ == kApply) {
+            done_ = flashPointer(&kind->apply)(device, c);
+        } else {
             foundKind_ = kind;
-            foundVar_ = c.var;
+            // What send() updates: a radio box's whole group.
+            var_ = options & kRadio ? c.var : 0;
+            groupOf_ = 0;
             foundLabel_ = c.texts[kTextLabel];
             foundIcon_ = reinterpret_cast<const uint8_t*>(&c.flags)[2];
             foundIndex_ = c.index;
-        }
-        break;
-    case kStart:
-        if (sought && !message) {
-            key_ = kNoKey;
-            ++t_.count;
-            device.startItem(c);
-        }
-        break;
-    case kApply:
-        if (sought) {
-            key_ = kNoKey;
-            ++t_.count;
-            done_ = flashPointer(&kind->apply)(device, c);
         }
         break;
     case kItems:
@@ -431,57 +429,50 @@ void TrmPanel::visitControl(const TrmKind* kind) {
 }
 
 void TrmPanel::text(uint8_t key, TrmText label, char* value, uint8_t size, uint32_t flags) {
-    c_.var = value;
     c_.size = size;
     c_.low = size;
     c_.flags = flags;
-    visit(key, label, &kTextKind);
+    visit(key, label, &kTextKind, value);
 }
 
-void TrmPanel::button(uint8_t key, TrmText label) { visit(key, label, &kButtonKind); }
+void TrmPanel::button(uint8_t key, TrmText label) { visit(key, label, &kButtonKind, 0); }
 
 void TrmPanel::checkBox(uint8_t key, TrmText label, bool& value) {
-    c_.var = &value;
     c_.on = true;
-    visit(key, label, &kCheckBoxKind);
+    visit(key, label, &kCheckBoxKind, &value);
 }
 
 void TrmPanel::radio(uint8_t key, TrmText label, uint8_t& choice, uint8_t value) {
-    c_.var = &choice;
     c_.on = value;
-    visit(key, label, &kRadioKind);
+    visit(key, label, &kRadioKind, &choice);
 }
 
 void TrmPanel::section(uint8_t key, TrmText label, bool& open) {
-    c_.var = &open;
     c_.on = true;
-    visit(key, label, &kSectionKind);
+    visit(key, label, &kSectionKind, &open);
 }
 
 void TrmPanel::dateTime(uint8_t key, TrmText label, TrmDateTime& value, TrmText format,
                         uint32_t flags) {
-    c_.var = &value;
     c_.texts[kTextFormat] = format;
     c_.flags = flags;
-    visit(key, label, &kDateTimeKind);
+    visit(key, label, &kDateTimeKind, &value);
 }
 
 void TrmPanel::number(uint8_t key, TrmText label, int32_t& value, int32_t minimum,
                       int32_t maximum, TrmText format, int8_t exponent) {
-    c_.var = &value;
     c_.texts[kTextFormat] = plainIfNull(format);
     c_.low = minimum;
     c_.high = maximum;
     c_.exponent = exponent;
-    visit(key, label, &kNumberKind);
+    visit(key, label, &kNumberKind, &value);
 }
 
 void TrmPanel::number(uint8_t key, TrmText label, int32_t& value, TrmText format,
                       int8_t exponent) {
-    c_.var = &value;
     c_.texts[kTextFormat] = plainIfNull(format);
     c_.exponent = exponent;
-    visit(key, label, &kReadoutKind);
+    visit(key, label, &kReadoutKind, &value);
 }
 
 void TrmPanel::ringControl(uint8_t key, TrmText label, TrmRingState& ring, const void* values,
@@ -495,7 +486,6 @@ void TrmPanel::ringControl(uint8_t key, TrmText label, TrmRingState& ring, const
     // Samples share the values' width; the sample width bits sit two places lower.
     if (shape & 0x10) flags |= TRM_SAMPLES_NUMERIC | (widthBits >> 2);
     if (exponent < 0) flags |= (TRM_NUMBER_FIXED >> 20) << TRM_DATA_STYLE_SHIFT;
-    c_.var = &ring;
     c_.size = rows;
     c_.data = values;
     c_.texts[kTextFormat] = plainIfNull(units);
@@ -505,31 +495,28 @@ void TrmPanel::ringControl(uint8_t key, TrmText label, TrmRingState& ring, const
     c_.high = rows;
     c_.exponent = exponent;
     c_.on = static_cast<uint8_t>(shape);
-    visit(key, label, shape & 0x20 ? &kTableKind : &kChartKind);
+    visit(key, label, shape & 0x20 ? &kTableKind : &kChartKind, &ring);
 }
 
 void TrmPanel::password(uint8_t key, TrmText label, bool& loggedIn, TrmPasswordCheck check) {
-    c_.var = &loggedIn;
     c_.data = reinterpret_cast<const void*>(check);
-    visit(key, label, &kPasswordKind);
+    visit(key, label, &kPasswordKind, &loggedIn);
 }
 
 void TrmPanel::list(uint8_t key, TrmText label, TrmText items, uint8_t& selected) {
-    c_.var = &selected;
     c_.texts[kTextItems] = items;
-    visit(key, label, &kListKind);
+    visit(key, label, &kListKind, &selected);
 }
 
 void TrmPanel::message(uint8_t key, TrmText text, uint32_t icon) {
     c_.flags = icon;
-    visit(key, text, &kMessageKind);
+    visit(key, text, &kMessageKind, 0);
 }
 
 void TrmPanel::blob(uint8_t key, TrmText label, uint8_t* data, uint16_t size, uint32_t flags) {
-    c_.var = data;
     c_.size = size;
     c_.flags = flags;
-    visit(key, label, &kBlobKind);
+    visit(key, label, &kBlobKind, data);
 }
 
 void TrmPanel::image(uint8_t key, TrmText label, const uint8_t* data, uint16_t size,
@@ -537,7 +524,7 @@ void TrmPanel::image(uint8_t key, TrmText label, const uint8_t* data, uint16_t s
     c_.data = data;
     c_.size = size;
     if (pressable) c_.flags = TRM_EDITABLE;
-    visit(key, label, &kImageKind);
+    visit(key, label, &kImageKind, 0);
 }
 
 void TrmPanel::files(uint8_t key, TrmText label, TrmText name, const uint8_t* content,
@@ -545,7 +532,7 @@ void TrmPanel::files(uint8_t key, TrmText label, TrmText name, const uint8_t* co
     c_.data = content;
     c_.size = size;
     c_.texts[kTextFormat] = name;
-    visit(key, label, &kFilesKind);
+    visit(key, label, &kFilesKind, 0);
 }
 
 // ---- What the device sends -----------------------------------------------------------------
@@ -611,8 +598,6 @@ void Tremolanth::send(uint8_t key) {
     if (!connected_ || !pass(TrmPanel::kFind, key)) return;
     const uint8_t options = TRM_FLASH_BYTE(&panel.foundKind_->options);
     // A radio box sends its whole group, a section or password shows or hides its controls.
-    panel.var_ = options & kRadio ? panel.foundVar_ : 0;
-    panel.groupOf_ = 0;
     sendItems(TRM_IN_VALUES, key);
     if (options & kOwnsGroup) {
         panel.groupOf_ = static_cast<uint8_t>(panel.foundIndex_ + 1);
@@ -633,8 +618,7 @@ void Tremolanth::hide(uint8_t key, bool hidden) {
         hidden_[index >> 3] &= static_cast<uint8_t>(~bit);
     }
     if (!connected_) return;
-    panel.var_ = 0;
-    panel.groupOf_ = 0;
+    panel.var_ = 0;  // this box alone, not its radio group
     sendItems(TRM_IN_LAYOUT, key);
 }
 
@@ -656,10 +640,11 @@ void Tremolanth::popup(uint8_t key) {
     w.zeros(size - w.textLength(text));
     oneItem(TRM_IN_LAYOUT, slot, 4);
     w.u16(0);  // shown
-    w.u8(icon);
-    w.u8(0);
+    w.u16(icon);
     lastPopup_ = key;
 }
+
+void Tremolanth::frame(uint8_t type) { out_.frameHead(type, 0); }
 
 void Tremolanth::oneItem(uint8_t type, uint16_t key, uint16_t size) {
     frame(type);
@@ -729,7 +714,7 @@ uint8_t Tremolanth::read(uint8_t b) {
         // A frame's head after the marker (two header words, the type, the flags), the count
         // of a value message, an item's key and size: gathered, then read whole.
         scratch_[at_++] = b;
-        if (at_ != (state_ == kHead ? 12 : state_ == kCount ? 4 : 8)) return 0;
+        if (at_ != state_) return 0;
         at_ = 0;
         if (state_ == kHead) {
             command();
@@ -789,7 +774,7 @@ void Tremolanth::itemHead() {
     // A Message's answer is only noted. The values of the controls that do not take theirs
     // straight into the variable are gathered whole, and applied when complete.
     mode_ = kModeAnswer;
-    if (itemKey_ < kSlotKeys || itemKey_ >= kSlotKeys + 0x100) {
+    if (itemKey_ >> 8 != kSlotKeys >> 8) {
         mode_ = kModeData;
         dest_ = scratch_;
         if (!pass(TrmPanel::kStart, itemKey_)) {
@@ -821,7 +806,8 @@ void Tremolanth::startItem(TrmControl& c) {
 void Tremolanth::nextItem() { state_ = items_ == 0 && blobKey_ == 0 ? kHunt : kItemHead; }
 
 void Tremolanth::passwordByte(uint8_t b) {
-    const uint8_t at = static_cast<uint8_t>(pos_ < kPasswordField ? pos_ : pos_ - kPasswordField);
+    uint8_t at = static_cast<uint8_t>(pos_);  // below kPasswordItem
+    if (at >= kPasswordField) at -= kPasswordField;
     if (at < TRM_PASSWORD_CHARS) {
         scratch_[at] = b;
     } else if (b != 0 && memchr(scratch_, 0, TRM_PASSWORD_CHARS) == 0) {

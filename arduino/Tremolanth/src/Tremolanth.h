@@ -191,7 +191,7 @@ private:
     void ringControl(uint8_t key, TrmText label, TrmRingState& ring, const void* values,
                      TrmText names, TrmText units, uint32_t shape);
     // Each declaration fills in c_ what its type needs, then visits it.
-    void visit(uint8_t key, TrmText label, const TrmKind* kind);
+    void visit(uint8_t key, TrmText label, const TrmKind* kind, void* var);
     void visitControl(const TrmKind* kind);
     void setting(uint16_t kind, uint16_t value);
 
@@ -218,7 +218,6 @@ private:
     } t_;
     // kFind: what the control of key_ is; kApply: what applying its item did.
     const TrmKind* foundKind_;
-    void* foundVar_;
     TrmText foundLabel_;
     uint8_t foundIcon_;  // a Message's icon: the flags' bits 16 to 23
     uint8_t foundIndex_;
@@ -261,7 +260,8 @@ public:
 private:
     friend class TrmPanel;
     friend struct TrmOps;
-    enum State : uint8_t { kHunt, kHead, kCount, kItemHead, kItemData };
+    // What the reader reads; a head's state is the count of its bytes.
+    enum State : uint8_t { kHunt = 0, kCount = 4, kItemHead = 8, kHead = 12, kItemData = 0xFF };
     enum Mode : uint8_t { kModeSkip, kModeData, kModePassword, kModeAnswer };
 
     static void putStream(void* stream, uint8_t byte);
@@ -272,7 +272,7 @@ private:
     // A value (type 9) or layout (type 16) update of the controls a kItems pass picks: those
     // of the shared panel's groupOf_, or of its var_, or of key.
     void sendItems(uint8_t type, uint8_t key);
-    void frame(uint8_t type) { out_.frameHead(type, 0); }
+    TRM_NOINLINE void frame(uint8_t type);
     // A frame of one item: its head, the item's key and size; the data follows.
     TRM_NOINLINE void oneItem(uint8_t type, uint16_t key, uint16_t size);
 
