@@ -89,11 +89,14 @@ const uint8_t kOps[] TRM_PROGMEM = {
     kOpLabel, kOpItems, kOpHigh};                                            // list
 const uint8_t kAttrNumber = 0, kAttrRadio = 6, kAttrText = 8, kAttrChart = 10, kAttrList = 17;
 
-// A Message slot's record around its key and size: tag, hidden, then no value, one attribute:
-// 'm', the bytes a Message's text takes.
-const uint8_t kSlotRecord = 27;
-const uint8_t kSlotHead[] TRM_PROGMEM = {TRM_TAG_MESSAGE, 0, TRM_HIDDEN, 0, 0, 0};
-const uint8_t kSlotTail[] TRM_PROGMEM = {0, 0, 0, 0, 1, 0, 0, 0, 'm', 4, 0, 0, 0};
+// A Message slot's record, its size first, around the low byte of its key and its one
+// attribute, 'm': the bytes a Message's text takes. Hidden, no value.
+const uint8_t kSlotHead[] TRM_PROGMEM = {27, 0, 0, 0, TRM_TAG_MESSAGE, 0, TRM_HIDDEN, 0, 0, 0};
+const uint8_t kSlotTail[] TRM_PROGMEM = {
+    kSlotKeys >> 8, 0, 0,  // the key's upper bytes
+    0, 0, 0, 0,            // no value
+    1, 0, 0, 0, 'm',       // one attribute
+    4, 0, 0, 0};           // its size; the bytes follow
 
 // The bit of a control's hidden flag in its byte of Tremolanth::hidden_.
 const uint8_t kBits[8] TRM_PROGMEM = {1, 2, 4, 8, 16, 32, 64, 128};
@@ -573,9 +576,8 @@ void Tremolanth::sendPanel() {
     w.u32Size(slots + controls);
     const uint16_t bytes = panel.t_.messageBytes;
     for (uint8_t i = 0; i < slots; ++i) {
-        w.u32Size(kSlotRecord);
         w.bytes(kSlotHead, sizeof kSlotHead, kTrmFlash);
-        w.u32Size(kSlotKeys + i);
+        w.u8(i);
         w.bytes(kSlotTail, sizeof kSlotTail, kTrmFlash);
         w.u32Size(bytes);
     }
@@ -770,17 +772,11 @@ void Tremolanth::itemHead() {
     state_ = kItemData;
     pos_ = 0;
     password_ = 0;
-    memset(scratch_, 0, sizeof scratch_);
-    // A Message's answer is only noted. The values of the controls that do not take theirs
-    // straight into the variable are gathered whole, and applied when complete.
+    // A Message's answer is only noted.
     mode_ = kModeAnswer;
     if (itemKey_ >> 8 != kSlotKeys >> 8) {
-        mode_ = kModeData;
-        dest_ = scratch_;
-        if (!pass(TrmPanel::kStart, itemKey_)) {
-            error_ = kTrmErrorUnknownKey;
-            mode_ = kModeSkip;
-        }
+        mode_ = kModeSkip;
+        if (!pass(TrmPanel::kStart, itemKey_)) error_ = kTrmErrorUnknownKey;
     }
 }
 
@@ -792,14 +788,20 @@ void Tremolanth::startItem(TrmControl& c) {
     if (item == kItemRefused || size_ != (item == kItemVariable ? c.size : item) ||
         (item == kItemVariable && size_ == 0)) {
         error_ = kTrmErrorItemSize;
-        mode_ = kModeSkip;
-    } else if (item == kItemVariable) {
+        return;
+    }
+    // Gathered whole, and applied when complete, but for the items that go straight into the
+    // variable. Every byte of it is written before it is read: the item's size is checked.
+    mode_ = kModeData;
+    dest_ = scratch_;
+    if (item == kItemVariable) {
         dest_ = static_cast<uint8_t*>(c.var);
         // A text keeps its terminator, even when the item is cut short.
         if (options & kTerminated) dest_[size_ - 1] = 0;
     } else if (item == kPasswordItem) {
         dest_ = reinterpret_cast<uint8_t*>(const_cast<void*>(c.data));
         mode_ = kModePassword;
+        scratch_[TRM_PASSWORD_CHARS] = 0;  // the characters read stay a string
     }
 }
 
