@@ -131,17 +131,17 @@ template <typename T> T flashPointer(const T* p) {
 
 uint8_t optionsOf(const TrmControl& c) { return TRM_FLASH_BYTE(&c.kind->options); }
 
-void attribute(TrmWriter& w, const TrmControl& c, uint8_t op) {
+// An attribute's value, behind its byte count: a text, a 32-bit or an 8-bit number.
+void attribute(TrmWriter& w, const void* control, uint8_t op) {
+    const TrmControl& c = *static_cast<const TrmControl*>(control);
     const uint8_t* field = reinterpret_cast<const uint8_t*>(&c) + (op & 0x7F);
     if (op < kOpLow) {
-        w.countedText(flash(*reinterpret_cast<const TrmText*>(field)),
-                      op == kOpItems ? TrmWriter::kItems : TrmWriter::kPlain);
+        w.text(flash(*reinterpret_cast<const TrmText*>(field)),
+               op == kOpItems ? TrmWriter::kItems : TrmWriter::kPlain);
     } else if (op < kOpExponent) {
-        w.u32Size(4);
         w.bytes(field, 4);  // little-endian, as the wire
     } else {
         const int8_t exponent = c.exponent;
-        w.u32Size(1);
         w.u8(static_cast<uint8_t>(op == kOpExponent ? exponent : exponent < 0 ? -exponent : 0));
     }
 }
@@ -157,7 +157,7 @@ void record(TrmWriter& w, const void* control, uint8_t) {
     const uint8_t count = TRM_FLASH_BYTE(&k->count);
     w.u32Size(count);
     w.bytes(kLetters + first, count, kTrmFlash);
-    for (uint8_t i = first; i < first + count; ++i) attribute(w, c, TRM_FLASH_BYTE(&kOps[i]));
+    for (uint8_t i = first; i < first + count; ++i) w.counted(attribute, &c, TRM_FLASH_BYTE(&kOps[i]));
 }
 
 uint16_t textLength(const TrmControl& c) {
@@ -252,10 +252,10 @@ struct TrmOps {
         return kEcho | kChanged;
     }
     static uint8_t applyList(Tremolanth& d, TrmControl& c) {
-        uint32_t index;
-        memcpy(&index, d.scratch_, 4);
-        // Refused: the client shows the item kept.
-        if (index >= static_cast<uint32_t>(c.high)) return kEcho;
+        uint16_t index;
+        memcpy(&index, d.scratch_, 2);
+        // Refused (the client shows the item kept): past the items, which are fewer than 2^16.
+        if ((d.scratch_[2] | d.scratch_[3]) || index >= static_cast<uint16_t>(c.high)) return kEcho;
         *static_cast<uint8_t*>(c.var) = static_cast<uint8_t>(index);
         return kEcho | kChanged;
     }
@@ -401,7 +401,7 @@ void TrmPanel::visitControl(const TrmKind* kind) {
         if (pass_ == kStart) {
             device.startItem(c);
         } else if (pass_ == kApply) {
-            done_ = flashPointer(&kind->apply)(device, c);
+            t_.done = flashPointer(&kind->apply)(device, c);
         } else {
             foundKind_ = kind;
             // What send() updates: a radio box's whole group.
@@ -545,7 +545,7 @@ void Tremolanth::putStream(void* stream, uint8_t byte) {
 }
 
 uint16_t Tremolanth::pass(uint8_t what, uint16_t key, bool dry) {
-    TrmPanel& panel = *reached(&TrmPanel::shared_);
+    TrmPanel& panel = TrmPanel::shared_;
     panel.device_ = this;
     panel.pass_ = static_cast<TrmPanel::Pass>(what);
     panel.key_ = key;
@@ -835,14 +835,13 @@ uint8_t Tremolanth::finishItem() {
     if (mode_ == kModeAnswer) {
         changed = lastPopup_;
     } else if (mode_ != kModeSkip) {
-        if (pass(TrmPanel::kApply, itemKey_)) {
-            const uint8_t done = TrmPanel::shared_.done_;
-            const uint8_t key = static_cast<uint8_t>(itemKey_);
-            // The client shows what the device kept (a number within its limits, a radio's
-            // group, a section's or password's controls).
-            if (done & kEcho) send(key);
-            if (done & kChanged) changed = key;
-        }
+        pass(TrmPanel::kApply, itemKey_);
+        const uint8_t done = TrmPanel::shared_.t_.done;
+        const uint8_t key = static_cast<uint8_t>(itemKey_);
+        // The client shows what the device kept (a number within its limits, a radio's
+        // group, a section's or password's controls).
+        if (done & kEcho) send(key);
+        if (done & kChanged) changed = key;
     }
     nextItem();
     return changed;

@@ -214,14 +214,14 @@ private:
         uint8_t visible;
         uint16_t messageBytes;
         uint16_t count;  // settings or items written, controls found
+        uint8_t done;    // what applying an item did
         TrmText title;
     } t_;
-    // kFind: what the control of key_ is; kApply: what applying its item did.
+    // kFind: what the control of key_ is.
     const TrmKind* foundKind_;
     TrmText foundLabel_;
     uint8_t foundIcon_;  // a Message's icon: the flags' bits 16 to 23
     uint8_t foundIndex_;
-    uint8_t done_;
 };
 
 typedef void (*TrmDescribe)(TrmPanel& panel);
