@@ -49,11 +49,14 @@ const uint16_t kNoKey = 0xFFFF;  // a key no control has
 const uint8_t kPasswordField = TRM_PASSWORD_FIELD;
 const uint8_t kPasswordItem = 2 * TRM_PASSWORD_FIELD;
 const uint8_t kStyleTable = 3;
+const uint16_t kSettingKinds[] TRM_PROGMEM = {TRM_SETTING_TITLE_LENGTH, TRM_SETTING_VALUE_SHOW,
+                                              TRM_SETTING_STYLE};
 
 // Password item bits.
 const uint8_t kFirstEmpty = 0x01;
 const uint8_t kFirstGood = 0x02;
 const uint8_t kOverlong = 0x04;
+const uint8_t kEnded = 0x08;  // a terminator among the characters read of this field
 
 // The texts of a control.
 enum Text : uint8_t { kTextLabel, kTextFormat, kTextItems };
@@ -121,6 +124,12 @@ TrmText plainIfNull(TrmText format) {
 }
 
 // Function pointers of a kind, read from flash.
+#ifdef __AVR__
+#define TRM_FLASH_WORD(p) pgm_read_word(p)
+#else
+#define TRM_FLASH_WORD(p) (*(p))
+#endif
+
 template <typename T> T flashPointer(const T* p) {
 #ifdef __AVR__
     return reinterpret_cast<T>(pgm_read_word(p));
@@ -190,9 +199,6 @@ struct TrmOps {
     }
     static void listValue(TrmWriter& w, const void* c, uint8_t) {
         w.u32Size(*static_cast<const uint8_t*>(of(c).var));
-    }
-    static void passwordValue(TrmWriter& w, const void* c, uint8_t) {
-        w.u8(*static_cast<const bool*>(of(c).var) ? 1 : 0);
     }
     // The record carries the text and its terminator, an item the whole variable.
     static void textValue(TrmWriter& w, const void* control, uint8_t how) {
@@ -306,7 +312,7 @@ TRM_KIND(kChartKind, TRM_TAG_CHART, kAttrChart, 7, 0, kItemRefused, 0, chartValu
 TRM_KIND(kTableKind, TRM_TAG_CHART, kAttrChart, 7, kTable, kItemRefused, 0, chartValue,
          applyPress);
 TRM_KIND(kPasswordKind, TRM_TAG_PASSWORD, 0, 1, kOwnsGroup, kPasswordItem, TRM_EDITABLE,
-         passwordValue, applyPassword);
+         rawValue, applyPassword);
 TRM_KIND(kListKind, TRM_TAG_LIST, kAttrList, 3, kShowValue | kList, 4, 0, listValue, applyList);
 TRM_KIND(kMessageKind, TRM_TAG_MESSAGE, 0, 0, 0, 0, 0, noValue, applyPress);
 TRM_KIND(kBlobKind, TRM_TAG_BLOB, 0, 1, kTrailer, kItemVariable, 0, rawValue, applyInPlace);
@@ -326,14 +332,6 @@ void TrmPanel::visit(uint8_t key, TrmText label, const TrmKind* kind, void* var)
     c_.var = var;
     visitControl(kind);
     memset(&c_, 0, sizeof c_);
-}
-
-void TrmPanel::setting(uint16_t kind, uint16_t value) {
-    TrmWriter& w = device_->out_;
-    w.u32Size(c_.key);
-    w.u32Size(kind);
-    w.u32Size(value);
-    ++t_.count;
 }
 
 void TrmPanel::visitControl(const TrmKind* kind) {
@@ -383,12 +381,16 @@ void TrmPanel::visitControl(const TrmKind* kind) {
         }
         ++t_.controls;
         if (!(c.flags & TRM_HIDDEN)) ++t_.visible;
-        // Rows show each title whole, and the value after it where the control has one.
-        setting(TRM_SETTING_TITLE_LENGTH,
-                static_cast<uint16_t>(w.textLength(flash(c.texts[kTextLabel]))));
-        setting(TRM_SETTING_VALUE_SHOW,
-                options & kShowValue ? TRM_SHOW_COLON_SPACE : TRM_SHOW_NONE);
-        if (options & kTable) setting(TRM_SETTING_STYLE, kStyleTable);
+        // Rows show each title whole, and the value after it where the control has one; a data
+        // table has its style.
+        for (uint8_t i = 0; i < (options & kTable ? 3 : 2); ++i) {
+            w.u32Size(c.key);
+            w.u32Size(TRM_FLASH_WORD(&kSettingKinds[i]));
+            w.u32Size(i == 0   ? w.textLength(flash(c.texts[kTextLabel]))
+                      : i == 1 ? (options & kShowValue ? TRM_SHOW_COLON_SPACE : TRM_SHOW_NONE)
+                               : kStyleTable);
+            ++t_.count;
+        }
         break;
     case kRecords:
         if (!message) w.counted(record, &c, kRecord);
@@ -503,6 +505,7 @@ void TrmPanel::ringControl(uint8_t key, TrmText label, TrmRingState& ring, const
 
 void TrmPanel::password(uint8_t key, TrmText label, bool& loggedIn, TrmPasswordCheck check) {
     c_.data = reinterpret_cast<const void*>(check);
+    c_.size = sizeof loggedIn;  // its value: logged in
     visit(key, label, &kPasswordKind, &loggedIn);
 }
 
@@ -812,8 +815,9 @@ void Tremolanth::passwordByte(uint8_t b) {
     if (at >= kPasswordField) at -= kPasswordField;
     if (at < TRM_PASSWORD_CHARS) {
         scratch_[at] = b;
-    } else if (b != 0 && memchr(scratch_, 0, TRM_PASSWORD_CHARS) == 0) {
-        password_ |= kOverlong;
+        if (b == 0) password_ |= kEnded;
+    } else if (b != 0 && !(password_ & kEnded)) {
+        password_ |= kOverlong;  // a character past the ones read, none of which ended it
     }
     if (pos_ == kPasswordField - 1) {
         // The first field: the password to log in with, or the old one of a change.
@@ -825,8 +829,8 @@ void Tremolanth::passwordByte(uint8_t b) {
                 password_ |= kFirstGood;
             }
         }
-        password_ &= static_cast<uint8_t>(~kOverlong);
-        memset(scratch_, 0, sizeof scratch_);
+        // The second field overwrites every character read; the terminator after them stays.
+        password_ &= static_cast<uint8_t>(~(kOverlong | kEnded));
     }
 }
 

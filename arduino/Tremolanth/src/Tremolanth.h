@@ -193,7 +193,6 @@ private:
     // Each declaration fills in c_ what its type needs, then visits it.
     void visit(uint8_t key, TrmText label, const TrmKind* kind, void* var);
     void visitControl(const TrmKind* kind);
-    void setting(uint16_t kind, uint16_t value);
 
     TrmControl c_;  // the control being described; all zero between declarations
     Tremolanth* device_;
