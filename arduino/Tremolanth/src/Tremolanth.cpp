@@ -242,8 +242,9 @@ struct TrmOps {
         *static_cast<uint8_t*>(c.var) = first != 0 ? c.on : 0;
         return kEcho | kChanged;
     }
-    static uint8_t applyCopy(Tremolanth& d, TrmControl& c) {
-        memcpy(c.var, d.scratch_, c.size);
+    // The item is laid out as the variable is.
+    static uint8_t applyDateTime(Tremolanth& d, TrmControl& c) {
+        memcpy(c.var, d.scratch_, sizeof(TrmDateTime));
         return kEcho | kChanged;
     }
     static uint8_t applyNumber(Tremolanth& d, TrmControl& c) {
@@ -303,7 +304,7 @@ TRM_KIND(kCheckBoxKind, TRM_TAG_CHECK_BOX, 0, 1, 0, 1, 0, flagValue, applyFlag);
 TRM_KIND(kRadioKind, TRM_TAG_CHECK_BOX, kAttrRadio, 2, kRadio, 1, 0, flagValue, applyFlag);
 TRM_KIND(kSectionKind, TRM_TAG_SECTION, 0, 1, kOwnsGroup, 1, 0, flagValue, applyFlag);
 TRM_KIND(kDateTimeKind, TRM_TAG_DATE_TIME, kAttrNumber, 2, kShowValue, sizeof(TrmDateTime), 0,
-         rawValue, applyCopy);
+         rawValue, applyDateTime);
 TRM_KIND(kNumberKind, TRM_TAG_NUMBER, kAttrNumber, 6, kShowValue | kDecimals, 4,
          TRM_EDITABLE | TRM_MINIMUM_APPLIES | TRM_MAXIMUM_APPLIES, rawValue, applyNumber);
 TRM_KIND(kReadoutKind, TRM_TAG_NUMBER, kAttrNumber, 4, kShowValue | kDecimals, 4, 0, rawValue,
@@ -569,14 +570,12 @@ void Tremolanth::sendPanel() {
     w.countedText(panel.t_.title ? flash(panel.t_.title) : kUntitled);
     w.countedText(kServerText, TrmWriter::kWide);  // the second text is UTF-16
 
-    frame(TRM_IN_SETTINGS);
-    w.u32Size(settings);
+    frame(TRM_IN_SETTINGS, settings);
     pass(TrmPanel::kSettings, 0);
 
     const uint8_t controls = panel.t_.controls;
     const uint8_t slots = panel.t_.messages ? static_cast<uint8_t>(controls + 1) : 0;
-    frame(TRM_IN_PANEL);
-    w.u32Size(slots + controls);
+    frame(TRM_IN_PANEL, slots + controls);
     const uint16_t bytes = panel.t_.messageBytes;
     for (uint8_t i = 0; i < slots; ++i) {
         w.bytes(kSlotHead, sizeof kSlotHead, kTrmFlash);
@@ -593,8 +592,7 @@ void Tremolanth::sendItems(uint8_t type, uint8_t key) {
     TrmPanel::shared_.layout_ = type == TRM_IN_LAYOUT;
     const uint16_t items = pass(TrmPanel::kItems, key, true);
     if (items == 0) return;
-    frame(type);
-    out_.u32Size(items);
+    frame(type, items);
     pass(TrmPanel::kItems, key);
 }
 
@@ -651,9 +649,13 @@ void Tremolanth::popup(uint8_t key) {
 
 void Tremolanth::frame(uint8_t type) { out_.frameHead(type, 0); }
 
-void Tremolanth::oneItem(uint8_t type, uint16_t key, uint16_t size) {
+void Tremolanth::frame(uint8_t type, uint16_t count) {
     frame(type);
-    out_.u32Size(1);
+    out_.u32Size(count);
+}
+
+void Tremolanth::oneItem(uint8_t type, uint16_t key, uint16_t size) {
+    frame(type, 1);
     out_.u32Size(key);
     out_.u32Size(size);
 }
@@ -754,10 +756,11 @@ void Tremolanth::command() {
 
 void Tremolanth::itemHead() {
     itemKey_ = headWord(scratch_);
-    size_ = headWord(scratch_ + 4);
+    size_ = static_cast<uint16_t>(scratch_[4] | (scratch_[5] << 8));
+    const bool huge = scratch_[6] | scratch_[7];  // no control holds that much
     // Every Blob item is followed by an empty one of the same key, outside the count.
     if (blobKey_ != 0) {
-        const bool trailer = itemKey_ == blobKey_ && size_ == 0;
+        const bool trailer = itemKey_ == blobKey_ && size_ == 0 && !huge;
         blobKey_ = 0;
         if (trailer) {
             nextItem();
@@ -767,14 +770,13 @@ void Tremolanth::itemHead() {
     state_ = kHunt;
     if (items_ == 0) return;
     --items_;
-    if (scratch_[6] | scratch_[7]) {
-        // No control holds that much: the rest of the message is dropped.
+    if (huge) {
+        // The rest of the message is dropped.
         error_ = kTrmErrorItemSize;
         return;
     }
     state_ = kItemData;
     pos_ = 0;
-    password_ = 0;
     // A Message's answer is only noted.
     mode_ = kModeAnswer;
     if (itemKey_ >> 8 != kSlotKeys >> 8) {
@@ -804,6 +806,7 @@ void Tremolanth::startItem(TrmControl& c) {
     } else if (item == kPasswordItem) {
         dest_ = reinterpret_cast<uint8_t*>(const_cast<void*>(c.data));
         mode_ = kModePassword;
+        password_ = 0;
         scratch_[TRM_PASSWORD_CHARS] = 0;  // the characters read stay a string
     }
 }

@@ -272,6 +272,8 @@ private:
     // of the shared panel's groupOf_, or of its var_, or of key.
     void sendItems(uint8_t type, uint8_t key);
     TRM_NOINLINE void frame(uint8_t type);
+    // A frame's head and the count of what it carries.
+    TRM_NOINLINE void frame(uint8_t type, uint16_t count);
     // A frame of one item: its head, the item's key and size; the data follows.
     TRM_NOINLINE void oneItem(uint8_t type, uint16_t key, uint16_t size);
 

@@ -100,6 +100,10 @@ void TrmWriter::textPart(TrmWriter& w, const void* what, uint8_t how) {
     w.text(static_cast<const char*>(what), static_cast<TextEnd>(how));
 }
 
+void TrmWriter::countedText(const char* utf8, TextEnd end) { counted(textPart, utf8, end); }
+
+size_t TrmWriter::textLength(const char* utf8) { return measure(textPart, utf8, kPlain); }
+
 size_t TrmWriter::measure(Part part, const void* what, uint8_t how) {
     const size_t start = count_;
     const TrmPutByte put = pause();

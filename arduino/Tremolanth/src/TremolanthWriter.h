@@ -111,9 +111,9 @@ public:
     // terminated (list items, series names). Null writes nothing but the terminator.
     void text(const char* utf8, TextEnd end = kPlain);
     // The byte count of that text, then the text.
-    void countedText(const char* utf8, TextEnd end = kPlain) { counted(textPart, utf8, end); }
+    void countedText(const char* utf8, TextEnd end = kPlain);
     // The 8-bit length of a text (what text() would write, without a terminator).
-    size_t textLength(const char* utf8) { return measure(textPart, utf8, kPlain); }
+    TRM_NOINLINE size_t textLength(const char* utf8);
     // text() as a Part: what is the text, how its TextEnd.
     static void textPart(TrmWriter& w, const void* what, uint8_t how);
 
