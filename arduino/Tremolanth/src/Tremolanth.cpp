@@ -159,8 +159,7 @@ void record(TrmWriter& w, const void* control, uint8_t) {
     const TrmControl& c = *static_cast<const TrmControl*>(control);
     const TrmKind* k = c.kind;
     w.u16(TRM_FLASH_BYTE(&k->tag));
-    w.bytes(&c.flags, 4);  // little-endian, as the wire
-    w.u32Size(c.key);
+    w.bytes(&c.flags, 8);  // flags and key, little-endian as the wire
     w.counted(flashPointer(&k->value), &c, kRecord);
     const uint8_t first = TRM_FLASH_BYTE(&k->attributes);
     const uint8_t count = TRM_FLASH_BYTE(&k->count);
@@ -225,6 +224,11 @@ struct TrmOps {
         w.u32(ring.full ? (ring.next == 0 ? c.size : static_cast<uint32_t>(-ring.next))
                         : ring.next);
     }
+
+    // What a kind never has called: a Message has no record and takes no item, the client
+    // sets no value of a chart.
+    static constexpr TrmWriter::Part neverWritten = nullptr;
+    static constexpr uint8_t (*neverApplied)(Tremolanth&, TrmControl&) = nullptr;
 
     static uint8_t applyInPlace(Tremolanth&, TrmControl&) { return kEcho | kChanged; }
     static uint8_t applyText(Tremolanth&, TrmControl& c) {
@@ -309,13 +313,14 @@ TRM_KIND(kNumberKind, TRM_TAG_NUMBER, kAttrNumber, 6, kShowValue | kDecimals, 4,
          TRM_EDITABLE | TRM_MINIMUM_APPLIES | TRM_MAXIMUM_APPLIES, rawValue, applyNumber);
 TRM_KIND(kReadoutKind, TRM_TAG_NUMBER, kAttrNumber, 4, kShowValue | kDecimals, 4, 0, rawValue,
          applyNumber);
-TRM_KIND(kChartKind, TRM_TAG_CHART, kAttrChart, 7, 0, kItemRefused, 0, chartValue, applyPress);
+TRM_KIND(kChartKind, TRM_TAG_CHART, kAttrChart, 7, 0, kItemRefused, 0, chartValue,
+         neverApplied);
 TRM_KIND(kTableKind, TRM_TAG_CHART, kAttrChart, 7, kTable, kItemRefused, 0, chartValue,
-         applyPress);
+         neverApplied);
 TRM_KIND(kPasswordKind, TRM_TAG_PASSWORD, 0, 1, kOwnsGroup, kPasswordItem, TRM_EDITABLE,
          rawValue, applyPassword);
 TRM_KIND(kListKind, TRM_TAG_LIST, kAttrList, 3, kShowValue | kList, 4, 0, listValue, applyList);
-TRM_KIND(kMessageKind, TRM_TAG_MESSAGE, 0, 0, 0, 0, 0, noValue, applyPress);
+TRM_KIND(kMessageKind, TRM_TAG_MESSAGE, 0, 0, 0, 0, 0, neverWritten, neverApplied);
 TRM_KIND(kBlobKind, TRM_TAG_BLOB, 0, 1, kTrailer, kItemVariable, 0, rawValue, applyInPlace);
 TRM_KIND(kFilesKind, TRM_TAG_FILES, 0, 1, 0, 0, TRM_FOR_BROWSER, noValue, applyFiles);
 TRM_KIND(kImageKind, TRM_TAG_IMAGE, 0, 1, 0, 0, 0, imageValue, applyPress);
@@ -417,7 +422,7 @@ void TrmPanel::visitControl(const TrmKind* kind) {
         break;
     case kItems:
         if (message) return;
-        if (groupOf_ != 0 ? c.group == groupOf_ : var_ != 0 ? c.var == var_ : c.key == key_) {
+        if (sought || (groupOf_ != 0 && c.group == groupOf_) || (var_ != 0 && c.var == var_)) {
             if (layout_) {
                 w.u32Size(c.key);
                 w.u32Size(4);
@@ -596,7 +601,9 @@ void Tremolanth::sendItems(uint8_t type, uint8_t key) {
     pass(TrmPanel::kItems, key);
 }
 
-void Tremolanth::send(uint8_t key) {
+void Tremolanth::send(uint8_t key) { reached(this)->sendValue(key); }
+
+void Tremolanth::sendValue(uint8_t key) {
     TrmPanel& panel = TrmPanel::shared_;
     if (!connected_ || !pass(TrmPanel::kFind, key)) return;
     const uint8_t options = TRM_FLASH_BYTE(&panel.foundKind_->options);
@@ -625,7 +632,9 @@ void Tremolanth::hide(uint8_t key, bool hidden) {
     sendItems(TRM_IN_LAYOUT, key);
 }
 
-void Tremolanth::popup(uint8_t key) {
+void Tremolanth::popup(uint8_t key) { reached(this)->showMessage(key); }
+
+void Tremolanth::showMessage(uint8_t key) {
     TrmPanel& panel = TrmPanel::shared_;
     if (!connected_ || !pass(TrmPanel::kFind, key) ||
         TRM_FLASH_BYTE(&panel.foundKind_->tag) != TRM_TAG_MESSAGE) {
@@ -787,11 +796,15 @@ void Tremolanth::itemHead() {
 
 void Tremolanth::startItem(TrmControl& c) {
     const uint8_t options = optionsOf(c);
-    const uint8_t item = TRM_FLASH_BYTE(&c.kind->item);
+    uint8_t item = TRM_FLASH_BYTE(&c.kind->item);
     if (options & kTrailer) blobKey_ = static_cast<uint8_t>(c.key);
     // Never more than the control holds, nor a part of it: anything else is skipped.
-    if (item == kItemRefused || size_ != (item == kItemVariable ? c.size : item) ||
-        (item == kItemVariable && size_ == 0)) {
+    uint16_t expected = item;
+    if (item == kItemVariable) {
+        expected = c.size;
+        if (expected == 0) item = kItemRefused;  // nothing to hold it
+    }
+    if (item == kItemRefused || size_ != expected) {
         error_ = kTrmErrorItemSize;
         return;
     }

@@ -98,7 +98,6 @@ struct TrmOps;
 // One control as its describe call gives it (internal).
 struct TrmControl {
     const TrmKind* kind;  // in flash: the type's tag, attributes, value and apply functions
-    uint16_t key;         // 1 to 255; a Message slot's key is above
     uint8_t index;        // position among the panel's controls
     uint8_t group;        // 1 + index of the section or password it belongs to, 0 none
     void* var;
@@ -106,6 +105,8 @@ struct TrmControl {
     TrmText texts[3];   // label; format, file name or chart units; list items or series names
     const void* data;   // flash bytes the control shows, chart values, a password's check
     uint32_t flags;
+    uint16_t key;       // 1 to 255
+    uint16_t keyHigh;   // 0: after flags, the key is the record's next 32-bit word
     int32_t low;        // minimum, chart series
     int32_t high;       // maximum, list items
     int8_t exponent;
@@ -277,7 +278,10 @@ private:
     // A frame of one item: its head, the item's key and size; the data follows.
     TRM_NOINLINE void oneItem(uint8_t type, uint16_t key, uint16_t size);
 
+    // poll() and feed(), send() and popup() through a pointer register: see reached().
     uint8_t read(uint8_t byte);
+    void sendValue(uint8_t key);
+    void showMessage(uint8_t key);
     void command();
     void itemHead();
     void nextItem();
