@@ -41,6 +41,8 @@ const uint8_t kItemRefused = 0xFE;   // the client sets no value of it (charts)
 // What an apply function reports.
 const uint8_t kEcho = 0x01;     // send the value the sketch kept back to the client
 const uint8_t kChanged = 0x02;  // poll() returns the key
+// A password change for the sketch to judge, after the pass: its check may send or pop up.
+const uint8_t kChange = 0x04;
 
 // Messages go out as hidden slots ahead of the controls, one for each row count the client
 // can show: it pops up the Message standing at the position equal to its row count.
@@ -276,8 +278,7 @@ struct TrmOps {
             // An empty second field: a log-in (a good first one) or a log-out (an empty one).
             *static_cast<bool*>(c.var) = (bits & (kFirstEmpty | kFirstGood)) == kFirstGood;
         } else if ((bits & kFirstGood) && !(bits & kOverlong)) {
-            TrmPasswordCheck check = reinterpret_cast<TrmPasswordCheck>(const_cast<void*>(c.data));
-            if (check) check(reinterpret_cast<const char*>(d.scratch_), true);
+            return kEcho | kChanged | kChange;
         }
         return kEcho | kChanged;  // the verdict goes back, and shows or hides what it guards
     }
@@ -858,6 +859,8 @@ uint8_t Tremolanth::finishItem() {
         pass(TrmPanel::kApply, itemKey_);
         const uint8_t done = TrmPanel::shared_.t_.done;
         const uint8_t key = static_cast<uint8_t>(itemKey_);
+        TrmPasswordCheck check = reinterpret_cast<TrmPasswordCheck>(dest_);
+        if ((done & kChange) && check) check(reinterpret_cast<const char*>(scratch_), true);
         // The client shows what the device kept (a number within its limits, a radio's
         // group, a section's or password's controls).
         if (done & kEcho) send(key);
