@@ -15,7 +15,7 @@ struct TrmKind {
     // The control's value (what: the TrmControl): its item in a value update, and behind its
     // byte count in the record (how: kRecord).
     TrmWriter::Part value;
-    // Takes a complete item into the sketch's variable; kEcho and kChanged bits.
+    // Takes a complete item into the sketch's variable; kEcho, kChanged and kChange bits.
     uint8_t (*apply)(Tremolanth& device, TrmControl& c);
 };
 
@@ -51,6 +51,7 @@ const uint16_t kNoKey = 0xFFFF;  // a key no control has
 const uint8_t kPasswordField = TRM_PASSWORD_FIELD;
 const uint8_t kPasswordItem = 2 * TRM_PASSWORD_FIELD;
 const uint8_t kStyleTable = 3;
+// The settings of a row: its title's length, how its value shows, a data table's style.
 const uint16_t kSettingKinds[] TRM_PROGMEM = {TRM_SETTING_TITLE_LENGTH, TRM_SETTING_VALUE_SHOW,
                                               TRM_SETTING_STYLE};
 
@@ -113,14 +114,15 @@ const char kPlainFormat[] TRM_PROGMEM = "%f";
 
 const char* flash(TrmText text) { return reinterpret_cast<const char*>(text); }
 
-// p kept in a pointer register: with one global device (and the one shared panel) the compiler
-// would address each field at its fixed place, in instructions twice as long.
+// p kept in a pointer register: with one global device the compiler would address each of its
+// fields at its fixed place, in instructions twice as long.
 template <typename T> T* reached(T* p) {
 #if defined(__GNUC__)
     __asm__("" : "+r"(p));
 #endif
     return p;
 }
+
 TrmText plainIfNull(TrmText format) {
     return format ? format : reinterpret_cast<TrmText>(kPlainFormat);
 }
@@ -167,7 +169,9 @@ void record(TrmWriter& w, const void* control, uint8_t) {
     const uint8_t count = TRM_FLASH_BYTE(&k->count);
     w.u32Size(count);
     w.bytes(kLetters + first, count, kTrmFlash);
-    for (uint8_t i = first; i < first + count; ++i) w.counted(attribute, &c, TRM_FLASH_BYTE(&kOps[i]));
+    for (uint8_t i = first; i < first + count; ++i) {
+        w.counted(attribute, &c, TRM_FLASH_BYTE(&kOps[i]));
+    }
 }
 
 uint16_t textLength(const TrmControl& c) {
@@ -187,10 +191,10 @@ uint16_t headWord(const uint8_t* p) {
 
 // The type-specific parts, each reached only from its kinds.
 struct TrmOps {
-    // The variable's bytes as they are: the board and the wire are both little-endian.
     static const TrmControl& of(const void* control) {
         return *static_cast<const TrmControl*>(control);
     }
+    // The variable's bytes as they are: the board and the wire are both little-endian.
     static void rawValue(TrmWriter& w, const void* c, uint8_t) { w.bytes(of(c).var, of(c).size); }
     static void noValue(TrmWriter&, const void*, uint8_t) {}
     static void buttonValue(TrmWriter& w, const void*, uint8_t) { w.u8(0); }
@@ -288,8 +292,7 @@ struct TrmOps {
         w.u32Size(c.key);
         w.u32Size(1);
         w.countedText(flash(c.texts[kTextFormat]), TrmWriter::kTerminated);
-        w.u32Size(c.size);
-        w.bytes(c.data, c.size, kTrmFlash);
+        w.counted(imageValue, &c, 0);  // the file's bytes in flash, as an image's
         return kChanged;
     }
 };
@@ -338,7 +341,7 @@ void TrmPanel::visit(uint8_t key, TrmText label, const TrmKind* kind, void* var)
     c_.kind = kind;
     c_.var = var;
     visitControl(kind);
-    memset(&c_, 0, sizeof c_);
+    memset(&c_, 0, sizeof c_);  // the next declaration sets only what its type has
 }
 
 void TrmPanel::visitControl(const TrmKind* kind) {
@@ -442,7 +445,7 @@ void TrmPanel::visitControl(const TrmKind* kind) {
 
 void TrmPanel::text(uint8_t key, TrmText label, char* value, uint8_t size, uint32_t flags) {
     c_.size = size;
-    c_.low = size;
+    c_.low = size;  // its attribute
     c_.flags = flags;
     visit(key, label, &kTextKind, value);
 }

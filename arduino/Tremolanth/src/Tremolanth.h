@@ -101,14 +101,14 @@ struct TrmControl {
     uint8_t index;        // position among the panel's controls
     uint8_t group;        // 1 + index of the section or password it belongs to, 0 none
     void* var;
-    uint16_t size;      // bytes of the variable; a chart's rows, a Message slot's bytes
+    uint16_t size;      // bytes of the variable or of the flash data; a chart's rows
     TrmText texts[3];   // label; format, file name or chart units; list items or series names
     const void* data;   // flash bytes the control shows, chart values, a password's check
     uint32_t flags;
     uint16_t key;       // 1 to 255
     uint16_t keyHigh;   // 0: after flags, the key is the record's next 32-bit word
-    int32_t low;        // minimum, chart series
-    int32_t high;       // maximum, list items
+    int32_t low;        // minimum; a text's size, a chart's series
+    int32_t high;       // maximum; a list's items, a chart's rows, a radio box's group
     int8_t exponent;
     uint8_t on;         // a box's variable holds this when ticked; a chart's shape
 };
@@ -195,12 +195,14 @@ private:
     void visit(uint8_t key, TrmText label, const TrmKind* kind, void* var);
     void visitControl(const TrmKind* kind);
 
+    // Every field within 64 bytes of the start: an 8-bit processor reaches those with one short
+    // instruction.
     TrmControl c_;  // the control being described; all zero between declarations
     Tremolanth* device_;
     Pass pass_;
     uint16_t key_;  // the control sought: found, started, applied, or whose item is written
-    // kItems: the controls that give an item instead of the one of key_: those of a group,
-    // or those bound to a variable (a radio group).
+    // kItems: the controls that give an item besides the one of key_: those of a group, or
+    // those bound to a variable (a radio group).
     uint8_t groupOf_;
     const void* var_;
     bool layout_;  // layout items instead of value items
@@ -224,6 +226,8 @@ private:
     uint8_t foundIndex_;
 };
 
+// The sketch's description of its panel: it only declares the controls, as the library calls
+// it for everything it does (it must not call the device itself).
 typedef void (*TrmDescribe)(TrmPanel& panel);
 
 class Tremolanth {
@@ -262,6 +266,8 @@ private:
     friend struct TrmOps;
     // What the reader reads; a head's state is the count of its bytes.
     enum State : uint8_t { kHunt = 0, kCount = 4, kItemHead = 8, kHead = 12, kItemData = 0xFF };
+    // Where an item's bytes go: nowhere, to dest_, through passwordByte(), nowhere but noted
+    // (a Message's answer).
     enum Mode : uint8_t { kModeSkip, kModeData, kModePassword, kModeAnswer };
 
     static void putStream(void* stream, uint8_t byte);
@@ -269,9 +275,10 @@ private:
     // the count of the pass.
     uint16_t pass(uint8_t what, uint16_t key, bool dry = false);
     void sendPanel();
-    // A value (type 9) or layout (type 16) update of the controls a kItems pass picks: those
-    // of the shared panel's groupOf_, or of its var_, or of key.
+    // A value (type 9) or layout (type 16) update of the controls a kItems pass picks: that of
+    // key, and those of the shared panel's groupOf_ or var_.
     void sendItems(uint8_t type, uint8_t key);
+    // A frame's head.
     TRM_NOINLINE void frame(uint8_t type);
     // A frame's head and the count of what it carries.
     TRM_NOINLINE void frame(uint8_t type, uint16_t count);

@@ -1,9 +1,10 @@
 // Writing the bytes of the link one at a time: little-endian words, counted fields, frame
 // heads, record heads, items, layout updates, date-times and 8-bit texts.
 //
-// A writer without a byte function only counts: a record's byte count is the count of a first
-// pass over the same code that then writes it, so nothing is ever buffered. Plain C++11 with
-// no library beyond the C headers, so the board and the PC device library share it.
+// A writer without a byte function only counts, and a writer can pause its byte function: a
+// record's byte count is the count of a first, dry pass over the same code that then writes
+// it, so nothing is ever buffered. Plain C++11 with no library beyond the C headers, so the
+// board and the PC device library share it.
 #ifndef TREMOLANTH_WRITER_H
 #define TREMOLANTH_WRITER_H
 
@@ -39,7 +40,6 @@ public:
     constexpr TrmWriter(TrmPutByte put, void* context) : put_(put), context_(context), count_(0) {}
 
     size_t count() const { return count_; }
-    bool counting() const { return put_ == 0; }
     void* context() const { return context_; }
     // A dry run: until resume(), bytes are counted but not written. A byte count goes ahead
     // of what it counts this way, without a second writer.
@@ -91,16 +91,6 @@ public:
                 uint32_t background);
     // Second, minute, hour, day, weekday (0 = Sunday), month, 16-bit year.
     void dateTime(const uint8_t fields[6], uint16_t year);
-
-    // Attributes as counted values.
-    void u32Attribute(uint32_t v) {
-        u32(4);
-        u32(v);
-    }
-    void u8Attribute(uint8_t v) {
-        u32(1);
-        u8(v);
-    }
 
     // How text() writes a text: as it is, as UTF-16LE (ASCII only), with a terminator, or as
     // items each terminated.
