@@ -34,13 +34,12 @@ int NativeMessageBox(WindowRef owner, const std::u16string& text, const std::u16
     // A box without an owner is raised by the receive side (or on its behalf), maybe on a
     // thread with no window of its own and after the screen behind it closed: it must come to
     // the front and take the keys, or a keypad user could never answer it.
-    // It shows over the program's window, where the user is looking, not mid-screen.
-    if (!owner) {
-        flags |= MB_SETFOREGROUND | MB_TOPMOST;
-        t_anchor = static_cast<HWND>(BoxAnchor());
-        if (t_anchor && !t_centreHook) {
-            t_centreHook = SetWindowsHookExW(WH_CBT, CentreOverAnchor, nullptr, GetCurrentThreadId());
-        }
+    if (!owner) flags |= MB_SETFOREGROUND | MB_TOPMOST;
+    // Every box shows over the program's window, where the user is looking, not mid-screen
+    // (an owner may be a screen that is not shown yet, as one that fails to connect).
+    t_anchor = static_cast<HWND>(BoxAnchor());
+    if (t_anchor && !t_centreHook) {
+        t_centreHook = SetWindowsHookExW(WH_CBT, CentreOverAnchor, nullptr, GetCurrentThreadId());
     }
     const int answer =
         MessageBoxW(static_cast<HWND>(owner), reinterpret_cast<const wchar_t*>(text.c_str()),
