@@ -11,14 +11,17 @@ namespace {
 
 void SocketPause(void* context) {
     auto* reader = static_cast<SocketReader*>(context);
-    const auto now = std::chrono::steady_clock::now();
-    if (reader->requestRepeats > 0 && !reader->anythingArrived && now >= reader->nextRequest) {
-        --reader->requestRepeats;
-        reader->nextRequest = now + kPanelRequestInterval;
-        if (Link().socket == reader->socket) {
-            std::uint8_t head[wire::kFrameHeadSize];
-            BuildFrameHead(head, wire::kOutPanelRequest, wire::kFlagsOutbound);
-            LinkSendFrameOn(reader->socket, head, sizeof head, kSendTimeoutMs);
+    // Only a silent serial device still has repeats: other links never look at the clock.
+    if (reader->requestRepeats > 0 && !reader->anythingArrived) {
+        const auto now = std::chrono::steady_clock::now();
+        if (now >= reader->nextRequest) {
+            --reader->requestRepeats;
+            reader->nextRequest = now + kPanelRequestInterval;
+            if (Link().socket == reader->socket) {
+                std::uint8_t head[wire::kFrameHeadSize];
+                BuildFrameHead(head, wire::kOutPanelRequest, wire::kFlagsOutbound);
+                LinkSendFrameOn(reader->socket, head, sizeof head, kSendTimeoutMs);
+            }
         }
     }
     plat::SleepMilliseconds(10);
