@@ -6,12 +6,25 @@ namespace plat {
 
 namespace {
 
-// The box of this thread being shown: centred over the anchor as it is first activated.
-thread_local HHOOK t_centreHook = nullptr;
-thread_local HWND t_anchor = nullptr;
+constexpr UINT_PTR kReclaimTimer = 0x7EC1;
+constexpr UINT kReclaimMs = 100;
 
-LRESULT CALLBACK CentreOverAnchor(int code, WPARAM wParam, LPARAM lParam) {
-    if (code == HCBT_ACTIVATE && t_centreHook) {
+// The box of this thread being shown: centred over the anchor as it is first activated, and,
+// for a box without an owner, kept able to take the keys.
+thread_local HHOOK t_boxHook = nullptr;
+thread_local HWND t_anchor = nullptr;
+thread_local bool t_reclaim = false;
+
+// A window that closes under an unowned box (the screen behind it) may leave the desktop in
+// front, with nobody taking the keys: the box takes the front back. It never takes it from
+// another window.
+void CALLBACK ReclaimFront(HWND box, UINT, UINT_PTR, DWORD) {
+    const HWND front = GetForegroundWindow();
+    if (!front || front == GetDesktopWindow()) SetForegroundWindow(box);
+}
+
+LRESULT CALLBACK OnBoxActivated(int code, WPARAM wParam, LPARAM lParam) {
+    if (code == HCBT_ACTIVATE && t_boxHook) {
         auto box = reinterpret_cast<HWND>(wParam);
         RECT boxRect, anchorRect;
         if (IsWindow(t_anchor) && GetWindowRect(box, &boxRect) &&
@@ -20,8 +33,9 @@ LRESULT CALLBACK CentreOverAnchor(int code, WPARAM wParam, LPARAM lParam) {
             const int y = (anchorRect.top + anchorRect.bottom - (boxRect.bottom - boxRect.top)) / 2;
             SetWindowPos(box, nullptr, x, y, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
         }
-        UnhookWindowsHookEx(t_centreHook);
-        t_centreHook = nullptr;
+        if (t_reclaim) SetTimer(box, kReclaimTimer, kReclaimMs, ReclaimFront);
+        UnhookWindowsHookEx(t_boxHook);
+        t_boxHook = nullptr;
         return 0;
     }
     return CallNextHookEx(nullptr, code, wParam, lParam);
@@ -34,19 +48,20 @@ int NativeMessageBox(WindowRef owner, const std::u16string& text, const std::u16
     // A box without an owner is raised by the receive side (or on its behalf), maybe on a
     // thread with no window of its own and after the screen behind it closed: it must come to
     // the front and take the keys, or a keypad user could never answer it.
+    t_reclaim = !owner;
     if (!owner) flags |= MB_SETFOREGROUND | MB_TOPMOST;
     // Every box shows over the program's window, where the user is looking, not mid-screen
     // (an owner may be a screen that is not shown yet, as one that fails to connect).
     t_anchor = static_cast<HWND>(BoxAnchor());
-    if (t_anchor && !t_centreHook) {
-        t_centreHook = SetWindowsHookExW(WH_CBT, CentreOverAnchor, nullptr, GetCurrentThreadId());
+    if ((t_anchor || t_reclaim) && !t_boxHook) {
+        t_boxHook = SetWindowsHookExW(WH_CBT, OnBoxActivated, nullptr, GetCurrentThreadId());
     }
     const int answer =
         MessageBoxW(static_cast<HWND>(owner), reinterpret_cast<const wchar_t*>(text.c_str()),
                     reinterpret_cast<const wchar_t*>(caption.c_str()), flags);
-    if (t_centreHook) {  // a box that never showed
-        UnhookWindowsHookEx(t_centreHook);
-        t_centreHook = nullptr;
+    if (t_boxHook) {  // a box that never showed
+        UnhookWindowsHookEx(t_boxHook);
+        t_boxHook = nullptr;
     }
     return answer;
 }

@@ -225,6 +225,18 @@ void PressEnter() {
     SendInput(2, keys, sizeof(INPUT));
 }
 
+// Enter until the box goes. A screen that closes under the box leaves the desktop in front for
+// a moment before the box takes the front back: a key pressed just then is lost, as a user's
+// would be, and pressed again.
+bool AnswerWithEnter(HWND box) {
+    for (int attempt = 0; attempt < 5 && IsWindow(box); ++attempt) {
+        WaitUntil([&] { return GetForegroundWindow() == box; });
+        PressEnter();
+        if (WaitUntil([&] { return !IsWindow(box); }, std::chrono::seconds(1))) return true;
+    }
+    return !IsWindow(box);
+}
+
 TEST_F(LinkFaultsTest, BoxesFromTheReceiveSideComeToTheFrontAndTakeEnter) {
     OpenPanel({ButtonRecord(1, u"B")});
     plat::MessageBoxHook recorder = plat::SetMessageBoxHook(ShowRealBox);
@@ -243,8 +255,7 @@ TEST_F(LinkFaultsTest, BoxesFromTheReceiveSideComeToTheFrontAndTakeEnter) {
         GetWindowRect(Shell().mainWindow, &mainRect);
         const POINT middle{(boxRect.left + boxRect.right) / 2, (boxRect.top + boxRect.bottom) / 2};
         EXPECT_TRUE(PtInRect(&mainRect, middle)) << "over the program's window";
-        PressEnter();
-        EXPECT_TRUE(WaitUntil([&] { return !IsWindow(box); })) << text;
+        EXPECT_TRUE(AnswerWithEnter(box)) << text;
     }
     plat::SetMessageBoxHook(recorder);
 }
